@@ -1,0 +1,70 @@
+// SPDX-FileCopyrightText: 2026 The Vantelo authors
+// SPDX-License-Identifier: MIT
+
+#include "Platform/DefaultsStore.h"
+
+#include "Platform/Deployment.h"
+#include "Platform/Log.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <sys/stat.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// New files are the user's alone while this lives. Kept short and on the main thread, which alone makes files
+/// and starts programs: the browser must inherit the user's own mask.
+class PrivateFileCreation {
+public:
+    PrivateFileCreation() : m_previous(::umask(S_IRWXG | S_IRWXO)) {}
+    ~PrivateFileCreation() { ::umask(m_previous); }
+    Q_DISABLE_COPY_MOVE(PrivateFileCreation)
+
+private:
+    mode_t m_previous;
+};
+
+void tighten(const QString &path)
+{
+    constexpr QFile::Permissions others = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup | QFile::ReadOther |
+        QFile::WriteOther | QFile::ExeOther;
+    const QFile::Permissions permissions = QFile::permissions(path);
+    if (permissions & others)
+        QFile::setPermissions(path, permissions & ~others);
+}
+
+} // namespace
+
+DefaultsStore::DefaultsStore() :
+    m_settings(QSettings::NativeFormat, QSettings::UserScope, u"Vantelo"_s, Deployment::domain())
+{
+    // Without this a key that the user's file lacks would be looked for in files shared with others.
+    m_settings.setFallbacksEnabled(false);
+}
+
+QVariant DefaultsStore::value(const QString &key) const
+{
+    sync();
+    return m_settings.value(key);
+}
+
+void DefaultsStore::setValue(const QString &key, const QVariant &value)
+{
+    m_settings.setValue(key, value);
+    sync();
+    const bool failed = m_settings.status() == QSettings::AccessError;
+    if (failed && !m_writeFailed)
+        logLine(u"The preferences cannot be saved; changes last until the program ends."_s);
+    m_writeFailed = failed;
+}
+
+void DefaultsStore::sync() const
+{
+    const PrivateFileCreation guard;
+    tighten(QFileInfo(m_settings.fileName()).path());
+    tighten(m_settings.fileName());
+    m_settings.sync();
+}

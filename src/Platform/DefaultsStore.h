@@ -1,0 +1,29 @@
+// SPDX-FileCopyrightText: 2026 The Vantelo authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QSettings>
+#include <QString>
+#include <QVariant>
+
+/// The user's preferences, in the place where the system keeps them. Nothing is cached: every read sees what
+/// another program wrote, every write reaches the disk at once and whole.
+///
+/// The file holds the access token, so the file and its lock are readable and writable by the user alone from
+/// their first byte, and are made so when they are found wider. A store that cannot be written is told on
+/// standard output once; the values then live on in memory.
+class DefaultsStore {
+public:
+    DefaultsStore();
+
+    /// The stored value, or an invalid one where the key is absent.
+    QVariant value(const QString &key) const;
+    void setValue(const QString &key, const QVariant &value);
+
+private:
+    void sync() const;
+
+    mutable QSettings m_settings;
+    bool m_writeFailed = false;
+};

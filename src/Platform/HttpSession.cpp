@@ -1,0 +1,169 @@
+// SPDX-FileCopyrightText: 2026 The Vantelo authors
+// SPDX-License-Identifier: MIT
+
+#include "Platform/HttpSession.h"
+
+#include "Platform/Deployment.h"
+
+#include <QCoroNetworkReply>
+#include <QCoreApplication>
+#include <QNetworkAccessManager>
+#include <QNetworkProxyFactory>
+#include <QNetworkReply>
+#include <QNetworkRequest>
+#include <QPointer>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The error that Qt reports for a reply that was served whole with this HTTP status.
+QNetworkReply::NetworkError servedError(int status)
+{
+    switch (status) {
+    case 400:
+    case 418:
+        return QNetworkReply::ProtocolInvalidOperationError;
+    case 401:
+        return QNetworkReply::AuthenticationRequiredError;
+    case 403:
+        return QNetworkReply::ContentAccessDenied;
+    case 404:
+        return QNetworkReply::ContentNotFoundError;
+    case 405:
+        return QNetworkReply::ContentOperationNotPermittedError;
+    case 407:
+        return QNetworkReply::ProxyAuthenticationRequiredError;
+    case 409:
+        return QNetworkReply::ContentConflictError;
+    case 410:
+        return QNetworkReply::ContentGoneError;
+    case 500:
+        return QNetworkReply::InternalServerError;
+    case 501:
+        return QNetworkReply::OperationNotImplementedError;
+    case 503:
+        return QNetworkReply::ServiceUnavailableError;
+    default:
+        break;
+    }
+    if (status > 500)
+        return QNetworkReply::UnknownServerError;
+    return status >= 400 ? QNetworkReply::UnknownContentError : QNetworkReply::NoError;
+}
+
+/// Neither the error nor the status alone tells a page that was served with an error status from a transfer
+/// that broke off: a broken compressed body with status 200 reports the same error as a whole reply with 429.
+bool wasServed(const QNetworkReply &reply)
+{
+    const int status = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+    return reply.error() == QNetworkReply::NoError || (status >= 400 && reply.error() == servedError(status));
+}
+
+/// Qt's own error text quotes the whole address, access token included, so every text here is ours.
+QString describe(QNetworkReply::NetworkError error)
+{
+    switch (error) {
+    case QNetworkReply::ConnectionRefusedError:
+        return u"The server refused the connection."_s;
+    case QNetworkReply::RemoteHostClosedError:
+        return u"The connection was lost."_s;
+    case QNetworkReply::HostNotFoundError:
+        return u"The server could not be found."_s;
+    case QNetworkReply::TimeoutError:
+    case QNetworkReply::OperationCanceledError: // Qt's transfer timeout cancels
+        return u"The request timed out."_s;
+    case QNetworkReply::SslHandshakeFailedError:
+        return u"A secure connection to the server could not be made."_s;
+    case QNetworkReply::TemporaryNetworkFailureError:
+    case QNetworkReply::NetworkSessionFailedError:
+    case QNetworkReply::UnknownNetworkError:
+        return u"The network is not reachable."_s;
+    case QNetworkReply::TooManyRedirectsError:
+    case QNetworkReply::InsecureRedirectError:
+        return u"The server redirected the request in a way that cannot be followed."_s;
+    case QNetworkReply::ProxyConnectionRefusedError:
+    case QNetworkReply::ProxyConnectionClosedError:
+    case QNetworkReply::ProxyNotFoundError:
+    case QNetworkReply::ProxyTimeoutError:
+    case QNetworkReply::UnknownProxyError:
+        return u"The proxy server could not be used."_s;
+    case QNetworkReply::ProxyAuthenticationRequiredError:
+        return u"The proxy server asks for a password."_s;
+    default:
+        return u"The server’s reply could not be read."_s;
+    }
+}
+
+} // namespace
+
+HttpSession &HttpSession::shared()
+{
+    static QPointer<HttpSession> session;
+    if (!session)
+        session = new HttpSession(QCoreApplication::instance());
+    return *session;
+}
+
+HttpSession::HttpSession(QObject *parent) : QObject(parent), m_manager(std::make_unique<QNetworkAccessManager>())
+{
+    // Set either way, because the default differs between builds of Qt.
+    QNetworkProxyFactory::setUseSystemConfiguration(true);
+}
+
+HttpSession::~HttpSession() = default;
+
+QCoro::Task<tl::expected<QByteArray, TransferError>> HttpSession::data(QUrl url)
+{
+    const auto cancelled = tl::unexpected(TransferError{.description = u"Cancelled."_s, .cancelled = true});
+    if (m_closed)
+        co_return cancelled;
+
+    QNetworkRequest request(url);
+    request.setTransferTimeout(static_cast<int>(Deployment::transferTimeout().count()));
+    const std::unique_ptr<QNetworkReply, QScopedPointerDeleteLater> reply(m_manager->get(request));
+    bool tooLarge = false;
+    connect(reply.get(), &QIODevice::readyRead, reply.get(), [reply = reply.get(), &tooLarge] {
+        if (reply->bytesAvailable() > maximumBodySize && !tooLarge) {
+            tooLarge = true;
+            reply->abort();
+        }
+    });
+
+    ++m_inFlight;
+    co_await reply.get();
+    --m_inFlight;
+
+    if (m_closed)
+        co_return cancelled;
+    if (wasServed(*reply) && reply->bytesAvailable() <= maximumBodySize) {
+        forgetDeadConnections();
+        co_return reply->readAll();
+    }
+    m_connectionsSuspect = true;
+    forgetDeadConnections();
+    if (tooLarge || wasServed(*reply))
+        co_return tl::unexpected(TransferError{.description = u"The server’s reply is too large."_s});
+    co_return tl::unexpected(TransferError{.description = describe(reply->error())});
+}
+
+void HttpSession::forgetDeadConnections()
+{
+    // After a change of network a dead connection may be reused for ever. Clearing the cache kills whatever
+    // else is in flight, so the last transfer does it, once it is no longer on the stack.
+    const auto clear = [this] {
+        if (!m_connectionsSuspect || m_inFlight > 0)
+            return;
+        m_connectionsSuspect = false;
+        m_manager->clearConnectionCache();
+    };
+    QMetaObject::invokeMethod(this, clear, Qt::QueuedConnection);
+}
+
+void HttpSession::close()
+{
+    m_closed = true;
+    const auto replies = m_manager->findChildren<QNetworkReply *>();
+    for (QNetworkReply *reply : replies)
+        reply->abort();
+}

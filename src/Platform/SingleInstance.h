@@ -1,0 +1,24 @@
+// SPDX-FileCopyrightText: 2026 The Vantelo authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <functional>
+#include <memory>
+
+/// The claim of this process to be the only one of its kind in the user's session. It lasts as long as the
+/// object; the system gives it back when the process dies.
+class SingleInstance {
+public:
+    /// Claims the place. Nothing where another process holds it: that one has then been asked to come to the
+    /// front, and the caller should end.
+    static std::unique_ptr<SingleInstance> claim();
+
+    SingleInstance() = default;
+    SingleInstance(const SingleInstance &) = delete;
+    SingleInstance &operator=(const SingleInstance &) = delete;
+    virtual ~SingleInstance() = default;
+
+    /// Called, on the main thread, whenever a later process finds the place taken.
+    virtual void onActivation(std::function<void()> activate) = 0;
+};
