@@ -1,0 +1,77 @@
+// SPDX-FileCopyrightText: 2026 The Vantelo authors
+// SPDX-License-Identifier: MIT
+
+#include "API/MetaAPI.h"
+
+#include "API/Figures.h"
+#include "API/InsightsResponse.h"
+#include "Platform/Deployment.h"
+#include "Platform/HttpSession.h"
+#include "Platform/JsonReader.h"
+
+#include <QCoroFuture>
+#include <QtConcurrentRun>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+template <class Stats>
+using Result = tl::expected<Stats, MetaAPIError>;
+
+template <class Stats>
+using FiguresOfRow = Stats (*)(const InsightRow &);
+
+/// The HTTP status is no argument on purpose: what a body means is decided by what it decodes to.
+template <class Stats>
+Result<Stats> statsFromBody(const QByteArray &body, FiguresOfRow<Stats> figures)
+{
+    const auto response = decodeJson<InsightsResponse>(body);
+    if (!response)
+        return tl::unexpected(MetaAPIError::networkError(describe(response.error())));
+    if (response->error)
+        return tl::unexpected(MetaAPIError::apiError(response->error->message.value_or(u"Unknown API error"_s)));
+    if (!response->data || response->data->empty())
+        return Stats();
+    return figures(response->data->front());
+}
+
+template <class Stats>
+QCoro::Task<Result<Stats>> fetch(QString address, FiguresOfRow<Stats> figures)
+{
+    // Qt's tolerant mode rejects nothing, so a token with a blank in it would never be told to the user.
+    const QUrl url(address, QUrl::StrictMode);
+    if (!url.isValid())
+        co_return tl::unexpected(MetaAPIError::invalidURL());
+    const auto body = co_await HttpSession::shared().data(url);
+    if (!body)
+        co_return tl::unexpected(MetaAPIError::networkError(body.error().description));
+    // Off the main thread, so that a large body does not stall the menu.
+    co_return co_await QtConcurrent::run(statsFromBody<Stats>, *body, figures);
+}
+
+} // namespace
+
+QCoro::Task<tl::expected<TodayStats, MetaAPIError>> MetaAPI::fetchTodayInsights(QString token, QString accountId) const
+{
+    return fetch(insightsAddress(accountId,
+                     u"impressions,spend,inline_link_clicks,cost_per_inline_link_click"
+                     "&date_preset=today&access_token="_s,
+                     token),
+        &Figures::today);
+}
+
+QCoro::Task<tl::expected<SevenDayStats, MetaAPIError>> MetaAPI::fetch7DayInsights(
+    QString token, QString accountId) const
+{
+    return fetch(insightsAddress(accountId,
+                     u"spend,impressions,frequency,reach,cost_per_inline_link_click,inline_link_click_ctr,actions"
+                     "&date_preset=last_7d&access_token="_s,
+                     token),
+        &Figures::sevenDay);
+}
+
+QString MetaAPI::insightsAddress(const QString &accountId, const QString &query, const QString &token) const
+{
+    return Deployment::graphBaseUrl() + apiVersion + u'/' + accountId + u"/insights?fields="_s + query + token;
+}

@@ -1,0 +1,30 @@
+// SPDX-FileCopyrightText: 2026 The Vantelo authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QString>
+
+/// Why figures could not be fetched. Callers use only its text.
+class MetaAPIError {
+public:
+    /// The transfer failed or its body did not decode; the text is the platform's own description.
+    static MetaAPIError networkError(const QString &description);
+    /// The service reported an error; the text is its message.
+    static MetaAPIError apiError(const QString &message);
+    /// The composed address is no valid URL.
+    static MetaAPIError invalidURL();
+    /// Not produced: a body that does not decode is a network error, so that the user reads what was wrong.
+    static MetaAPIError decodingError();
+
+    /// The text for the user. Never holds an address.
+    QString errorDescription() const;
+
+private:
+    enum class Case { NetworkError, ApiError, InvalidURL, DecodingError };
+
+    MetaAPIError(Case kind, const QString &text) : m_case(kind), m_text(text) {}
+
+    Case m_case;
+    QString m_text;
+};
