@@ -1,0 +1,125 @@
+// SPDX-FileCopyrightText: 2026 The Vantelo authors
+// SPDX-License-Identifier: MIT
+
+#include "Update/UpdateManager.h"
+
+#include "Platform/Alert.h"
+#include "Platform/Deployment.h"
+#include "Platform/HttpSession.h"
+#include "Platform/JsonReader.h"
+#include "Platform/Log.h"
+
+#include <QCoreApplication>
+#include <QDesktopServices>
+
+#include <algorithm>
+#include <cstdint>
+#include <vector>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+std::vector<qlonglong> components(const QString &version)
+{
+    std::vector<qlonglong> numbers;
+    const QStringList pieces = version.split(u'.', Qt::SkipEmptyParts);
+    for (const QString &piece : pieces) {
+        bool isNumber = false;
+        const qlonglong number = piece.toLongLong(&isNumber);
+        if (isNumber)
+            numbers.push_back(number);
+    }
+    return numbers;
+}
+
+QString runningVersion()
+{
+    const QString version = QCoreApplication::applicationVersion();
+    return version.isEmpty() ? u"0.0.0"_s : version;
+}
+
+Alert updateAlert(const RemoteUpdate &update)
+{
+    return {
+        .messageText = u"New Update Available"_s,
+        .informativeText = u"Version "_s + update.version +
+            u" is now available. Would you like to download it now?\n\n"_s + update.release_notes.value_or(QString()),
+        .style = Alert::Style::Informational,
+        .buttons = {u"Download Now"_s, u"Later"_s},
+    };
+}
+
+Alert noUpdateAlert()
+{
+    return {
+        .messageText = u"You're Up to Date"_s,
+        .informativeText = u"You are currently running the latest version of Vantelo."_s,
+        .style = Alert::Style::Informational,
+        .buttons = {u"OK"_s},
+    };
+}
+
+Alert errorAlert(const QString &description)
+{
+    return {
+        .messageText = u"Update Check Failed"_s,
+        .informativeText = u"Could not check for updates: "_s + description,
+        .style = Alert::Style::Warning,
+        .buttons = {u"OK"_s},
+    };
+}
+
+} // namespace
+
+UpdateManager &UpdateManager::shared()
+{
+    static UpdateManager manager;
+    return manager;
+}
+
+UpdateManager::UpdateManager() : m_updateURL(Deployment::updateFeedUrl(), QUrl::StrictMode)
+{
+    Q_ASSERT(m_updateURL.isValid());
+}
+
+QCoro::Task<> UpdateManager::checkForUpdates(bool silent) const
+{
+    const auto body = co_await HttpSession::shared().data(m_updateURL);
+    if (!body && body.error().cancelled)
+        co_return;
+    const auto update = body ? decodeJson<RemoteUpdate>(*body).map_error(&describe)
+                             : tl::unexpected(body.error().description);
+    if (!update) {
+        logLine(u"Failed to check for updates - "_s + update.error());
+        if (!silent)
+            co_await showErrorAlert(update.error());
+        co_return;
+    }
+    if (isVersionNewer(update->version, runningVersion()))
+        co_await showUpdateAlert(*update);
+    else if (!silent)
+        co_await showNoUpdateAlert();
+}
+
+bool UpdateManager::isVersionNewer(const QString &remote, const QString &current)
+{
+    std::vector<qlonglong> remoteNumbers = components(remote);
+    std::vector<qlonglong> currentNumbers = components(current);
+    const std::size_t count = std::max(remoteNumbers.size(), currentNumbers.size());
+    remoteNumbers.resize(count);
+    currentNumbers.resize(count);
+    return remoteNumbers > currentNumbers;
+}
+
+QCoro::Task<> UpdateManager::showUpdateAlert(RemoteUpdate update)
+{
+    const qsizetype pressed = co_await Alert::runModal(updateAlert(update));
+    const QUrl url(update.download_url, QUrl::StrictMode);
+    if (pressed == 0 && url.isValid())
+        QDesktopServices::openUrl(url);
+}
+
+QCoro::Task<> UpdateManager::showNoUpdateAlert() { co_await Alert::runModal(noUpdateAlert()); }
+
+QCoro::Task<> UpdateManager::showErrorAlert(QString description) { co_await Alert::runModal(errorAlert(description)); }
