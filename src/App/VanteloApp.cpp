@@ -1,0 +1,88 @@
+// SPDX-FileCopyrightText: 2026 The Vantelo authors
+// SPDX-License-Identifier: MIT
+
+#include "App/VanteloApp.h"
+
+#include "App/AppState.h"
+#include "Platform/Alert.h"
+#include "Platform/Deployment.h"
+#include "Platform/HttpSession.h"
+#include "Platform/SingleInstance.h"
+#include "Platform/Task.h"
+#include "Platform/TerminationSignals.h"
+#include "Views/MenuBarView.h"
+#include "Views/WindowManager.h"
+
+#include <QApplication>
+
+using namespace Qt::StringLiterals;
+
+int VanteloApp::main(int argc, char **argv)
+{
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(Deployment::domain());
+    QApplication::setApplicationVersion(QStringLiteral(VANTELO_VERSION));
+    QApplication::setDesktopFileName(u"app.vantelo.Vantelo"_s);
+    QApplication::setQuitOnLastWindowClosed(false);
+
+    const auto instance = SingleInstance::claim();
+    if (!instance)
+        return 0;
+    VanteloApp app(MenuBarExtra::create());
+    instance->onActivation([&app] { app.openSettings(); });
+    const TerminationSignals termination;
+    connect(&termination, &TerminationSignals::received, &application, [] { QCoreApplication::exit(0); });
+    return QApplication::exec();
+}
+
+VanteloApp::VanteloApp(std::unique_ptr<MenuBarExtra> menuBarExtra) :
+    m_appState(AppState::create()), m_menuBarExtra(std::move(menuBarExtra))
+{
+    connect(m_appState.get(), &AppState::objectWillChange, this, &VanteloApp::redrawSoon);
+    redraw();
+}
+
+VanteloApp::~VanteloApp()
+{
+    m_menuBarExtra.reset(); // nobody watches the rest
+    HttpSession::shared().close();
+    Alert::dismissAll();
+    // Tasks run out rather than being dropped, so that nothing they hold is leaked.
+    while (Task::running() > 0)
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+}
+
+MenuBarLabel VanteloApp::label(const AppState &appState)
+{
+    const QString text = appState.menuBarText();
+    const auto labelled = [&](StatusDot dot, const QString &description) {
+        return MenuBarLabel{.dot = dot, .text = text, .accessibleDescription = description};
+    };
+    return appState.status().match(
+        [&](const MonitorStatus::Error &) {
+            return labelled(StatusDot::White, u"The ad account could not be read."_s);
+        },
+        [&](MonitorStatus::Ok) {
+            return labelled(StatusDot::Green, u"The ad account is delivering: %1 impressions today."_s.arg(text));
+        },
+        [&](MonitorStatus::Stale) {
+            return labelled(StatusDot::Red, u"The ad account has stopped delivering: %1 impressions today."_s.arg(text));
+        },
+        [&](MonitorStatus::NoConfig) { return labelled(StatusDot::White, u"No credentials configured."_s); });
+}
+
+void VanteloApp::openSettings() { WindowManager::shared().openSettings(m_appState); }
+
+void VanteloApp::redrawSoon()
+{
+    if (std::exchange(m_redrawPending, true))
+        return;
+    QMetaObject::invokeMethod(this, &VanteloApp::redraw, Qt::QueuedConnection);
+}
+
+void VanteloApp::redraw()
+{
+    m_redrawPending = false;
+    m_menuBarExtra->setLabel(label(*m_appState));
+    m_menuBarExtra->setRows(MenuBarView(m_appState).body());
+}
