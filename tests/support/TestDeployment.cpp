@@ -1,0 +1,31 @@
+// SPDX-FileCopyrightText: 2026 The Vantelo authors
+// SPDX-License-Identifier: MIT
+
+#include "TestDeployment.h"
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+QString origin = u"http://127.0.0.1:9"_s; // the discard port: refused
+std::chrono::milliseconds interval = 24h;
+std::chrono::milliseconds timeout = 30s;
+
+} // namespace
+
+QString Deployment::graphBaseUrl() { return origin + u'/'; }
+
+QString Deployment::updateFeedUrl() { return origin + u"/version.json"_s; }
+
+QString Deployment::domain() { return u"Vantelo Test"_s; }
+
+std::chrono::milliseconds Deployment::pollInterval() { return interval; }
+
+std::chrono::milliseconds Deployment::transferTimeout() { return timeout; }
+
+void TestDeployment::setOrigin(const QString &newOrigin) { origin = newOrigin; }
+
+void TestDeployment::setPollInterval(std::chrono::milliseconds newInterval) { interval = newInterval; }
+
+void TestDeployment::setTransferTimeout(std::chrono::milliseconds newTimeout) { timeout = newTimeout; }

@@ -1,0 +1,16 @@
+// SPDX-FileCopyrightText: 2026 The Vantelo authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Platform/Deployment.h"
+
+/// The wiring of every test program: nothing listens until a test says where, and no poll ticks by itself.
+namespace TestDeployment {
+
+/// Where requests and the feed go from now on, such as "http://127.0.0.1:4711".
+void setOrigin(const QString &origin);
+void setPollInterval(std::chrono::milliseconds interval);
+void setTransferTimeout(std::chrono::milliseconds timeout);
+
+} // namespace TestDeployment

@@ -1,0 +1,43 @@
+// SPDX-FileCopyrightText: 2026 The Vantelo authors
+// SPDX-License-Identifier: MIT
+
+#include "TestPreferences.h"
+
+#include "Platform/Deployment.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSettings>
+
+using namespace Qt::StringLiterals;
+
+TestPreferences::TestPreferences()
+{
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, m_directory.path());
+}
+
+QString TestPreferences::fileName() const
+{
+    return m_directory.path() + u"/Vantelo/"_s + Deployment::domain() + u".conf"_s;
+}
+
+void TestPreferences::write(const QString &key, const QVariant &value) const
+{
+    QSettings settings(fileName(), QSettings::IniFormat);
+    settings.setValue(key, value);
+    settings.sync();
+}
+
+QVariant TestPreferences::stored(const QString &key) const
+{
+    return QSettings(fileName(), QSettings::IniFormat).value(key);
+}
+
+void TestPreferences::writeFile(const QByteArray &content) const
+{
+    QDir().mkpath(QFileInfo(fileName()).path());
+    QFile file(fileName());
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+        qFatal("cannot write %s", qPrintable(fileName()));
+}
