@@ -4,13 +4,12 @@
 #include "API/Figures.h"
 
 #include "API/InsightsResponse.h"
-#include "Platform/CNumber.h"
+#include "Platform/PlainNumber.h"
 
 #include <QLatin1StringView>
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <limits>
 
 using namespace Qt::StringLiterals;
@@ -46,21 +45,12 @@ std::int64_t conversions(const InsightRow &row)
 
 std::int64_t Figures::wholeNumber(const std::optional<QString> &text)
 {
-    const QByteArray bytes = text.value_or(u"0"_s).toUtf8();
-    // from_chars knows "-" alone as a sign. After "+" it must not find another one.
-    const bool plus = bytes.startsWith('+');
-    if (plus && bytes.size() > 1 && bytes[1] == '-')
-        return 0;
-    const char *const begin = bytes.constData() + (plus ? 1 : 0);
-    const char *const end = bytes.constData() + bytes.size();
-    std::int64_t number = 0;
-    const auto [parsed, error] = std::from_chars(begin, end, number);
-    return error == std::errc() && parsed == end ? number : 0;
+    return PlainNumber::whole(text.value_or(u"0"_s)).value_or(0);
 }
 
 double Figures::amount(const std::optional<QString> &text)
 {
-    return CNumber::read(text.value_or(u"0"_s).toUtf8()).value_or(0.0);
+    return PlainNumber::real(text.value_or(u"0"_s)).value_or(0.0);
 }
 
 TodayStats Figures::today(const InsightRow &row)

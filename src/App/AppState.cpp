@@ -23,11 +23,13 @@ std::shared_ptr<AppState> AppState::create()
     return state;
 }
 
-AppState::AppState() :
-    m_accessToken(m_defaults, u"accessToken"_s, {}), m_adAccountId(m_defaults, u"adAccountId"_s, {}),
-    m_staleThresholdMinutes(m_defaults, u"staleThresholdMinutes"_s, 15),
-    m_launchAtLogin(m_defaults, u"launchAtLogin"_s, false), m_lastImpressions(m_defaults, u"lastImpressions"_s, 0),
-    m_lastChangeTimestamp(m_defaults, u"lastChangeTimestamp"_s, 0.0)
+AppState::AppState()
+    : m_accessToken(m_defaults, u"accessToken"_s, {}),
+      m_adAccountId(m_defaults, u"adAccountId"_s, {}),
+      m_staleThresholdMinutes(m_defaults, u"staleThresholdMinutes"_s, 15),
+      m_launchAtLogin(m_defaults, u"launchAtLogin"_s, false),
+      m_lastImpressions(m_defaults, u"lastImpressions"_s, 0),
+      m_lastChangeTimestamp(m_defaults, u"lastChangeTimestamp"_s, 0.0)
 {
 }
 

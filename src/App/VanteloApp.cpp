@@ -35,8 +35,8 @@ int VanteloApp::main(int argc, char **argv)
     return QApplication::exec();
 }
 
-VanteloApp::VanteloApp(std::unique_ptr<MenuBarExtra> menuBarExtra) :
-    m_appState(AppState::create()), m_menuBarExtra(std::move(menuBarExtra))
+VanteloApp::VanteloApp(std::unique_ptr<MenuBarExtra> menuBarExtra)
+    : m_appState(AppState::create()), m_menuBarExtra(std::move(menuBarExtra))
 {
     connect(m_appState.get(), &AppState::objectWillChange, this, &VanteloApp::redrawSoon);
     redraw();
@@ -66,7 +66,8 @@ MenuBarLabel VanteloApp::label(const AppState &appState)
             return labelled(StatusDot::Green, u"The ad account is delivering: %1 impressions today."_s.arg(text));
         },
         [&](MonitorStatus::Stale) {
-            return labelled(StatusDot::Red, u"The ad account has stopped delivering: %1 impressions today."_s.arg(text));
+            return labelled(
+                StatusDot::Red, u"The ad account has stopped delivering: %1 impressions today."_s.arg(text));
         },
         [&](MonitorStatus::NoConfig) { return labelled(StatusDot::White, u"No credentials configured."_s); });
 }

@@ -3,6 +3,8 @@
 
 #include "Platform/AppStorage.h"
 
+#include "Platform/PlainNumber.h"
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -34,9 +36,7 @@ std::optional<QString> preferenceAs(const QVariant &stored)
 template <>
 std::optional<std::int64_t> preferenceAs(const QVariant &stored)
 {
-    bool isNumber = false;
-    const qlonglong number = isScalar(stored) ? stored.toString().toLongLong(&isNumber) : 0;
-    return isNumber ? std::optional(std::int64_t{number}) : std::nullopt;
+    return isScalar(stored) ? PlainNumber::whole(stored.toString()) : std::nullopt;
 }
 
 template <>

@@ -29,8 +29,8 @@ std::optional<bool> preferenceAs(const QVariant &stored);
 template <class Value>
 class AppStorage {
 public:
-    AppStorage(DefaultsStore &store, QString key, Value fallback) :
-        m_store(store), m_key(std::move(key)), m_fallback(std::move(fallback))
+    AppStorage(DefaultsStore &store, QString key, Value fallback)
+        : m_store(store), m_key(std::move(key)), m_fallback(std::move(fallback))
     {
     }
 

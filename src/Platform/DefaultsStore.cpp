@@ -29,8 +29,8 @@ private:
 
 void tighten(const QString &path)
 {
-    constexpr QFile::Permissions others = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup | QFile::ReadOther |
-        QFile::WriteOther | QFile::ExeOther;
+    constexpr QFile::Permissions others =
+        QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup | QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
     const QFile::Permissions permissions = QFile::permissions(path);
     if (permissions & others)
         QFile::setPermissions(path, permissions & ~others);
@@ -38,8 +38,8 @@ void tighten(const QString &path)
 
 } // namespace
 
-DefaultsStore::DefaultsStore() :
-    m_settings(QSettings::NativeFormat, QSettings::UserScope, u"Vantelo"_s, Deployment::domain())
+DefaultsStore::DefaultsStore()
+    : m_settings(QSettings::NativeFormat, QSettings::UserScope, u"Vantelo"_s, Deployment::domain())
 {
     // Without this a key that the user's file lacks would be looked for in files shared with others.
     m_settings.setFallbacksEnabled(false);

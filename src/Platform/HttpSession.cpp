@@ -5,8 +5,8 @@
 
 #include "Platform/Deployment.h"
 
-#include <QCoroNetworkReply>
 #include <QCoreApplication>
+#include <QCoroNetworkReply>
 #include <QNetworkAccessManager>
 #include <QNetworkProxyFactory>
 #include <QNetworkReply>

@@ -13,8 +13,8 @@ QString describe(JsonError error)
                                        : u"The data couldn’t be read because it isn’t in the correct format."_s;
 }
 
-JsonReader::JsonReader(QJsonObject object, std::optional<JsonError> &error) :
-    m_object(std::move(object)), m_error(error)
+JsonReader::JsonReader(QJsonObject object, std::optional<JsonError> &error)
+    : m_object(std::move(object)), m_error(error)
 {
 }
 

@@ -8,6 +8,7 @@
 #include "Platform/HttpSession.h"
 #include "Platform/JsonReader.h"
 #include "Platform/Log.h"
+#include "Platform/PlainNumber.h"
 
 #include <QCoreApplication>
 #include <QDesktopServices>
@@ -20,15 +21,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-std::vector<qlonglong> components(const QString &version)
+std::vector<std::int64_t> components(const QString &version)
 {
-    std::vector<qlonglong> numbers;
+    std::vector<std::int64_t> numbers;
     const QStringList pieces = version.split(u'.', Qt::SkipEmptyParts);
     for (const QString &piece : pieces) {
-        bool isNumber = false;
-        const qlonglong number = piece.toLongLong(&isNumber);
-        if (isNumber)
-            numbers.push_back(number);
+        if (const auto number = PlainNumber::whole(piece))
+            numbers.push_back(*number);
     }
     return numbers;
 }
@@ -44,7 +43,8 @@ Alert updateAlert(const RemoteUpdate &update)
     return {
         .messageText = u"New Update Available"_s,
         .informativeText = u"Version "_s + update.version +
-            u" is now available. Would you like to download it now?\n\n"_s + update.release_notes.value_or(QString()),
+                           u" is now available. Would you like to download it now?\n\n"_s +
+                           update.release_notes.value_or(QString()),
         .style = Alert::Style::Informational,
         .buttons = {u"Download Now"_s, u"Later"_s},
     };
@@ -88,8 +88,8 @@ QCoro::Task<> UpdateManager::checkForUpdates(bool silent) const
     const auto body = co_await HttpSession::shared().data(m_updateURL);
     if (!body && body.error().cancelled)
         co_return;
-    const auto update = body ? decodeJson<RemoteUpdate>(*body).map_error(&describe)
-                             : tl::unexpected(body.error().description);
+    const auto update =
+        body ? decodeJson<RemoteUpdate>(*body).map_error(&describe) : tl::unexpected(body.error().description);
     if (!update) {
         logLine(u"Failed to check for updates - "_s + update.error());
         if (!silent)
@@ -104,8 +104,8 @@ QCoro::Task<> UpdateManager::checkForUpdates(bool silent) const
 
 bool UpdateManager::isVersionNewer(const QString &remote, const QString &current)
 {
-    std::vector<qlonglong> remoteNumbers = components(remote);
-    std::vector<qlonglong> currentNumbers = components(current);
+    std::vector<std::int64_t> remoteNumbers = components(remote);
+    std::vector<std::int64_t> currentNumbers = components(current);
     const std::size_t count = std::max(remoteNumbers.size(), currentNumbers.size());
     remoteNumbers.resize(count);
     currentNumbers.resize(count);

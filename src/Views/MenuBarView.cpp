@@ -5,8 +5,8 @@
 
 #include "API/FormatNumber.h"
 #include "App/AppState.h"
-#include "Platform/CNumber.h"
 #include "Platform/Deployment.h"
+#include "Platform/PlainNumber.h"
 #include "Platform/Task.h"
 #include "Views/WindowManager.h"
 
@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString dollars(double amount) { return u'$' + CNumber::withTwoDecimals(amount); }
+QString dollars(double amount) { return u'$' + PlainNumber::withTwoDecimals(amount); }
 
 double costPerResult(const SevenDayStats &stats)
 {
@@ -40,10 +40,10 @@ MenuBarView::MenuBarView(std::shared_ptr<AppState> appState) : m_appState(std::m
 
 MenuRows MenuBarView::body() const
 {
-    MenuRows rows = m_appState->status().match(
-        [this](const MonitorStatus::Error &error) { return errorRows(error.message); },
-        [this](MonitorStatus::Ok) { return figureRows(); }, [this](MonitorStatus::Stale) { return figureRows(); },
-        [this](MonitorStatus::NoConfig) { return setUpRows(); });
+    MenuRows rows =
+        m_appState->status().match([this](const MonitorStatus::Error &error) { return errorRows(error.message); },
+            [this](MonitorStatus::Ok) { return figureRows(); }, [this](MonitorStatus::Stale) { return figureRows(); },
+            [this](MonitorStatus::NoConfig) { return setUpRows(); });
     rows.push_back(MenuRow::divider());
     // Not quit(): an open alert could refuse it.
     rows.push_back(MenuRow::button(u"Quit Vantelo"_s, [] { QCoreApplication::exit(0); }));
@@ -63,10 +63,10 @@ MenuRows MenuBarView::figureRows() const
         MenuRow::line(u"📅 Last 7 Days"_s, MenuRow::Style::Headline),
         MenuRow::line(u"💰 Spend: "_s + dollars(week.spend)),
         MenuRow::line(u"👁️ Impressions: "_s + formatNumber(week.impressions)),
-        MenuRow::line(u"🔁 Frequency: "_s + CNumber::withTwoDecimals(week.frequency)),
+        MenuRow::line(u"🔁 Frequency: "_s + PlainNumber::withTwoDecimals(week.frequency)),
         MenuRow::line(u"👥 Reach: "_s + formatNumber(week.reach)),
         MenuRow::line(u"💲 CPC: "_s + dollars(week.cpc)),
-        MenuRow::line(u"📈 CTR: "_s + CNumber::withTwoDecimals(week.ctr) + u'%'),
+        MenuRow::line(u"📈 CTR: "_s + PlainNumber::withTwoDecimals(week.ctr) + u'%'),
         MenuRow::line(u"🎯 Results: "_s + formatNumber(week.conversions)),
         MenuRow::line(u"💵 Cost/Result: "_s + dollars(costPerResult(week))),
         MenuRow::divider(),

@@ -13,11 +13,10 @@
 
 using namespace Qt::StringLiterals;
 
-LoopbackService::Reply LoopbackService::Reply::whole(
-    const QByteArray &body, int status, const QByteArray &extraHeaders)
+LoopbackService::Reply LoopbackService::Reply::whole(const QByteArray &body, int status, const QByteArray &extraHeaders)
 {
     return {.bytes = "HTTP/1.1 " + QByteArray::number(status) + " Said\r\nContent-Type: application/json\r\n" +
-            extraHeaders + "Content-Length: " + QByteArray::number(body.size()) + "\r\n\r\n" + body,
+                     extraHeaders + "Content-Length: " + QByteArray::number(body.size()) + "\r\n\r\n" + body,
         .then = Then::KeepAlive};
 }
 

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
-#include "Platform/CNumber.h"
+#include "Platform/PlainNumber.h"
 
-#include <QString>
+#include <QByteArray>
 
 #include <array>
 #include <charconv>
@@ -24,20 +24,36 @@ locale_t cLocale()
 
 } // namespace
 
-std::optional<double> CNumber::read(const QByteArray &text)
+std::optional<std::int64_t> PlainNumber::whole(const QString &text)
 {
+    const QByteArray bytes = text.toUtf8();
+    // from_chars knows "-" alone as a sign; behind a "+" it must not find another one.
+    const bool plus = bytes.startsWith('+');
+    if (plus && bytes.startsWith("+-"))
+        return {};
+    const char *const end = bytes.cend();
+    std::int64_t number = 0;
+    const auto [parsed, error] = std::from_chars(bytes.cbegin() + (plus ? 1 : 0), end, number);
+    if (error != std::errc() || parsed != end)
+        return {};
+    return number;
+}
+
+std::optional<double> PlainNumber::real(const QString &text)
+{
+    const QByteArray bytes = text.toUtf8();
     constexpr QByteArrayView whiteSpace = " \t\n\v\f\r";
-    if (text.isEmpty() || whiteSpace.contains(text.front()))
+    if (bytes.isEmpty() || whiteSpace.contains(bytes.front()))
         return {};
     char *end = nullptr;
     // Qt calls setlocale, so plain strtod would read "12.5" as 12 in Germany.
-    const double value = strtod_l(text.constData(), &end, cLocale());
-    if (end != text.constData() + text.size()) // also when a NUL inside the text ended it early
+    const double value = strtod_l(bytes.constData(), &end, cLocale());
+    if (end != bytes.cend()) // also when a NUL inside the text ended it early
         return {};
     return value;
 }
 
-QString CNumber::withTwoDecimals(double value)
+QString PlainNumber::withTwoDecimals(double value)
 {
     // The widest value has a sign, 309 digits, a point and two decimals.
     std::array<char, std::numeric_limits<double>::max_exponent10 + 5> text{};
