@@ -56,8 +56,13 @@ QNetworkReply::NetworkError servedError(int status)
 /// that broke off: a broken compressed body with status 200 reports the same error as a whole reply with 429.
 bool wasServed(const QNetworkReply &reply)
 {
+    if (reply.error() == QNetworkReply::NoError)
+        return true;
     const int status = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-    return reply.error() == QNetworkReply::NoError || (status >= 400 && reply.error() == servedError(status));
+    if (status < 400 || reply.error() != servedError(status))
+        return false;
+    // With this one error even the two together do not tell, but Qt names the address for served pages alone.
+    return reply.error() != QNetworkReply::UnknownContentError || reply.errorString().contains(reply.url().toString());
 }
 
 /// Qt's own error text quotes the whole address, access token included, so every text here is ours.

@@ -1,0 +1,232 @@
+// SPDX-FileCopyrightText: 2026 The Vantelo authors
+// SPDX-License-Identifier: MIT
+
+#include "Platform/HttpSession.h"
+#include "LoopbackService.h"
+#include "TestDeployment.h"
+
+#include <QCoroTask>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+using Reply = LoopbackService::Reply;
+
+namespace {
+
+const QByteArray body = "{\"figures\": \"whole\"}";
+
+/// The body, or "failed: " and the description.
+QString outcome(tl::expected<QByteArray, TransferError> result)
+{
+    return result ? QString::fromUtf8(*result) : u"failed: "_s + result.error().description;
+}
+
+QString fetch(const QString &address) { return outcome(QCoro::waitFor(HttpSession::shared().data(QUrl(address)))); }
+
+/// The words that zlib finds right, then a byte that it does not.
+QByteArray brokenGzip() { return QByteArray::fromHex("1f8b0800000000000003") + QByteArray(40, '\xff'); }
+
+} // namespace
+
+class HttpSessionTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { m_service = std::make_unique<LoopbackService>(); }
+    void cleanup()
+    {
+        m_service.reset();
+        TestDeployment::setTransferTimeout(30s);
+    }
+
+    void theBodyCountsAtEveryStatus_data()
+    {
+        QTest::addColumn<int>("status");
+        for (const int status :
+            {200, 201, 203, 400, 401, 402, 403, 404, 405, 407, 409, 410, 418, 422, 429, 500, 501, 502, 503, 504, 599}) {
+            QTest::addRow("%d", status) << status;
+        }
+    }
+
+    void theBodyCountsAtEveryStatus()
+    {
+        QFETCH(const int, status);
+        m_service->answerAll(Reply::whole(body, status));
+        QCOMPARE(fetch(address()), QString::fromUtf8(body));
+        QCOMPARE(m_service->requests().size(), 1);
+    }
+
+    void anOddChallengeDoesNotHideTheBody()
+    {
+        m_service->answerAll(Reply::whole(body, 401,
+            "WWW-Authenticate: OAuth \"Facebook Platform\" \"invalid_token\" \"Invalid OAuth access token.\"\r\n"));
+        QCOMPARE(fetch(address()), QString::fromUtf8(body));
+    }
+
+    void chunkedBodiesAreJoined()
+    {
+        m_service->answerAll(Reply::raw("HTTP/1.1 400 Bad\r\nTransfer-Encoding: chunked\r\n\r\n"
+                                        "2\r\n{}\r\n1\r\n \r\n0\r\n\r\n"));
+        QCOMPARE(fetch(address()), u"{} "_s);
+    }
+
+    void compressedBodiesAreRead()
+    {
+        // gzip of "{}"
+        const QByteArray gzip = QByteArray::fromHex("1f8b0800000000000003abae050043bfa6a302000000");
+        m_service->answerAll(Reply::whole(gzip, 200, "Content-Encoding: gzip\r\n"));
+        QCOMPARE(fetch(address()), u"{}"_s);
+    }
+
+    void aTransferThatBreaksOffIsNoBody_data()
+    {
+        QTest::addColumn<Reply>("reply");
+        QTest::addColumn<QString>("description");
+        const QString lost = u"failed: The connection was lost."_s;
+        QTest::newRow("cut short") << Reply::raw("HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\n" + body) << lost;
+        QTest::newRow("cut short with an error status")
+            << Reply::raw("HTTP/1.1 400 Bad\r\nContent-Length: 100\r\n\r\n" + body) << lost;
+        QTest::newRow("cut short between chunks")
+            << Reply::raw("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n2\r\n{}\r\n") << lost;
+        QTest::newRow("closed before a reply") << Reply::raw("") << lost;
+        QTest::newRow("reset") << Reply::reset() << lost;
+    }
+
+    void aTransferThatBreaksOffIsNoBody()
+    {
+        QFETCH(const Reply, reply);
+        m_service->answerAll(reply);
+        QTEST(fetch(address()), "description");
+    }
+
+    void aBrokenCompressedBodyIsNoBody_data()
+    {
+        QTest::addColumn<int>("status");
+        for (const int status : {200, 400, 403, 429, 500, 503})
+            QTest::addRow("%d", status) << status;
+    }
+
+    void aBrokenCompressedBodyIsNoBody()
+    {
+        QFETCH(const int, status);
+        m_service->answerAll(Reply::whole(brokenGzip(), status, "Content-Encoding: gzip\r\n"));
+        QCOMPARE(fetch(address()), u"failed: The server’s reply could not be read."_s);
+    }
+
+    void silenceTimesOut()
+    {
+        TestDeployment::setTransferTimeout(50ms);
+        m_service->answerAll(Reply::silence());
+        QCOMPARE(fetch(address()), u"failed: The request timed out."_s);
+    }
+
+    void aRefusedConnectionSaysSo()
+    {
+        m_service.reset();
+        QCOMPARE(fetch(u"http://127.0.0.1:9/"_s), u"failed: The server refused the connection."_s);
+    }
+
+    void anUnknownHostSaysSo()
+    {
+        QCOMPARE(fetch(u"http://nowhere.invalid/"_s), u"failed: The server could not be found."_s);
+    }
+
+    void redirectsAreFollowed()
+    {
+        m_service->answer([](const LoopbackService::Request &request) {
+            return request.target == "/end" ? Reply::whole(body) : Reply::whole("", 302, "Location: /end\r\n");
+        });
+        QCOMPARE(fetch(address()), QString::fromUtf8(body));
+    }
+
+    void endlessRedirectsEnd()
+    {
+        m_service->answerAll(Reply::whole("", 302, "Location: /again\r\n"));
+        QCOMPARE(fetch(address()), u"failed: The server redirected the request in a way that cannot be followed."_s);
+    }
+
+    void aBodyAtTheBoundIsRead()
+    {
+        m_service->answerAll(Reply::whole(QByteArray(HttpSession::maximumBodySize, ' ')));
+        QCOMPARE(fetch(address()).size(), HttpSession::maximumBodySize);
+    }
+
+    void aBodyBeyondTheBoundIsAFailedTransfer()
+    {
+        m_service->answerAll(Reply::whole(QByteArray(HttpSession::maximumBodySize + 1, ' ')));
+        QCOMPARE(fetch(address()), u"failed: The server’s reply is too large."_s);
+    }
+
+    void descriptionsNeverHoldTheAddress()
+    {
+        const QString secret = u"/?access_token=SECRET"_s;
+        TestDeployment::setTransferTimeout(50ms);
+        for (const Reply &reply : {Reply::silence(), Reply::reset(), Reply::raw("garbage"),
+                 Reply::raw("HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\n{}"),
+                 Reply::whole(brokenGzip(), 200, "Content-Encoding: gzip\r\n"),
+                 Reply::whole("", 302, "Location: /?access_token=SECRET\r\n")}) {
+            m_service->answerAll(reply);
+            const QString description = fetch(m_service->origin() + secret);
+            QVERIFY2(
+                !description.contains(u"SECRET"_s) && !description.contains(u"127.0.0.1"_s), qPrintable(description));
+        }
+    }
+
+    void oneConnectionServesManyRequests()
+    {
+        m_service->answerAll(Reply::whole(body));
+        for (int i = 0; i < 5; ++i)
+            fetch(address());
+        QCOMPARE(m_service->connections(), 1);
+    }
+
+    void aFailureForgetsTheConnectionsOnceNothingElseIsInFlight()
+    {
+        m_service->answer([](const LoopbackService::Request &request) {
+            return request.target == "/fail" ? Reply::reset() : Reply::whole(body);
+        });
+        fetch(address());
+        QCOMPARE(m_service->connections(), 1);
+        fetch(m_service->origin() + u"/fail"_s);
+        QCoreApplication::processEvents();
+        fetch(address());
+        QVERIFY(m_service->connections() > 1);
+    }
+
+    void aFailureDoesNotHarmOtherTransfers()
+    {
+        TestDeployment::setTransferTimeout(300ms);
+        m_service->answer([](const LoopbackService::Request &request) {
+            return request.target == "/fail" ? Reply::reset() : Reply::silence();
+        });
+        auto slow = HttpSession::shared().data(QUrl(m_service->origin() + u"/slow"_s));
+        QTRY_COMPARE(m_service->requests().size(), 1);
+        fetch(m_service->origin() + u"/fail"_s);
+        QCoreApplication::processEvents();
+        QVERIFY(!slow.isReady());
+        QCOMPARE(outcome(QCoro::waitFor(slow)), u"failed: The request timed out."_s);
+    }
+
+    /// Last, because it is final.
+    void zClosingEndsTransfersAndRefusesNewOnes()
+    {
+        m_service->answerAll(Reply::silence());
+        auto task = HttpSession::shared().data(QUrl(address()));
+        QTRY_COMPARE(m_service->requests().size(), 1);
+        HttpSession::shared().close();
+        QVERIFY(QCoro::waitFor(task).error().cancelled);
+        QVERIFY(QCoro::waitFor(HttpSession::shared().data(QUrl(address()))).error().cancelled);
+        QCOMPARE(m_service->requests().size(), 1);
+    }
+
+private:
+    QString address() const { return m_service->origin() + u'/'; }
+
+    std::unique_ptr<LoopbackService> m_service;
+};
+
+Q_DECLARE_METATYPE(LoopbackService::Reply)
+
+QTEST_GUILESS_MAIN(HttpSessionTest)
+#include "HttpSessionTest.moc"
