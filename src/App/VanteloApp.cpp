@@ -45,11 +45,14 @@ VanteloApp::VanteloApp(std::unique_ptr<MenuBarExtra> menuBarExtra)
 VanteloApp::~VanteloApp()
 {
     m_menuBarExtra.reset(); // nobody watches the rest
-    HttpSession::shared().close();
-    Alert::dismissAll();
     // Tasks run out rather than being dropped, so that nothing they hold is leaked.
-    while (Task::running() > 0)
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    while (true) {
+        HttpSession::shared().cancelAll();
+        Alert::dismissAll();
+        if (Task::running() == 0)
+            break;
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents); // a decode is on its thread
+    }
 }
 
 MenuBarLabel VanteloApp::label(const AppState &appState)

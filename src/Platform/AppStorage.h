@@ -35,7 +35,11 @@ public:
     }
 
     Value get() const { return preferenceAs<Value>(m_store.value(m_key)).value_or(m_fallback); }
-    void set(const Value &value) { m_store.setValue(m_key, stored(value)); }
+    void set(const Value &value)
+    {
+        if (preferenceAs<Value>(m_store.value(m_key)) != value) // spares the disk where nothing changes
+            m_store.setValue(m_key, stored(value));
+    }
 
 private:
     static QVariant stored(std::int64_t value) { return qlonglong{value}; }

@@ -12,6 +12,7 @@
 #include <QNetworkReply>
 #include <QNetworkRequest>
 #include <QPointer>
+#include <QScopedValueRollback>
 
 using namespace Qt::StringLiterals;
 
@@ -120,10 +121,6 @@ HttpSession::~HttpSession() = default;
 
 QCoro::Task<tl::expected<QByteArray, TransferError>> HttpSession::data(QUrl url)
 {
-    const auto cancelled = tl::unexpected(TransferError{.description = u"Cancelled."_s, .cancelled = true});
-    if (m_closed)
-        co_return cancelled;
-
     QNetworkRequest request(url);
     request.setTransferTimeout(static_cast<int>(Deployment::transferTimeout().count()));
     const std::unique_ptr<QNetworkReply, QScopedPointerDeleteLater> reply(m_manager->get(request));
@@ -139,8 +136,8 @@ QCoro::Task<tl::expected<QByteArray, TransferError>> HttpSession::data(QUrl url)
     co_await reply.get();
     --m_inFlight;
 
-    if (m_closed)
-        co_return cancelled;
+    if (m_cancelling)
+        co_return tl::unexpected(TransferError{.description = u"Cancelled."_s, .cancelled = true});
     if (wasServed(*reply) && reply->bytesAvailable() <= maximumBodySize) {
         forgetDeadConnections();
         co_return reply->readAll();
@@ -165,10 +162,13 @@ void HttpSession::forgetDeadConnections()
     QMetaObject::invokeMethod(this, clear, Qt::QueuedConnection);
 }
 
-void HttpSession::close()
+void HttpSession::cancelAll()
 {
-    m_closed = true;
-    const auto replies = m_manager->findChildren<QNetworkReply *>();
-    for (QNetworkReply *reply : replies)
-        reply->abort();
+    const QScopedValueRollback cancelling(m_cancelling, true);
+    // A task that goes on at its end may begin another transfer, so the list is made anew.
+    while (m_inFlight > 0) {
+        const auto replies = m_manager->findChildren<QNetworkReply *>();
+        for (QNetworkReply *reply : replies)
+            reply->abort();
+    }
 }

@@ -18,7 +18,7 @@ class QNetworkAccessManager;
 /// A transfer that brought no whole body.
 struct TransferError {
     QString description;    ///< a short sentence for the user; never holds an address
-    bool cancelled = false; ///< the session was closed; there is nobody left to tell
+    bool cancelled = false; ///< by cancelAll(): the program ends and there is nobody left to tell
 };
 
 /// The process-wide HTTP session.
@@ -37,8 +37,8 @@ public:
     /// Fetches the address with a plain GET and gives the whole body, whatever its HTTP status.
     QCoro::Task<tl::expected<QByteArray, TransferError>> data(QUrl url);
 
-    /// Ends every transfer as cancelled, at once, and those that are still asked for. Final.
-    void close();
+    /// Ends every transfer as cancelled, at once, and those that are asked for in consequence.
+    void cancelAll();
 
 private:
     explicit HttpSession(QObject *parent);
@@ -48,5 +48,5 @@ private:
     std::unique_ptr<QNetworkAccessManager> m_manager;
     int m_inFlight = 0;
     bool m_connectionsSuspect = false;
-    bool m_closed = false;
+    bool m_cancelling = false;
 };

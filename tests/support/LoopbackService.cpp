@@ -24,8 +24,11 @@ LoopbackService::LoopbackService()
 {
     answerAll(Reply::whole("{}"));
     connect(&m_server, &QTcpServer::newConnection, this, &LoopbackService::accept);
-    if (!m_server.listen(QHostAddress::LocalHost))
+    // One port for all tests of a program: the update checker makes its address once.
+    static quint16 port = 0;
+    if (!m_server.listen(QHostAddress::LocalHost, port))
         qFatal("cannot listen on loopback");
+    port = m_server.serverPort();
     TestDeployment::setOrigin(origin());
 }
 
@@ -64,7 +67,7 @@ void LoopbackService::accept()
 void LoopbackService::receive(QTcpSocket *socket)
 {
     static constexpr QByteArrayView endOfHead = "\r\n\r\n";
-    while (true) {
+    while (socket->isOpen()) {
         const QByteArray waiting = socket->peek(socket->bytesAvailable());
         const qsizetype end = waiting.indexOf(endOfHead);
         if (end < 0)

@@ -174,7 +174,8 @@ private Q_SLOTS:
         integer().set(20);
         QCOMPARE(text().get(), u"kept"_s);
         QCOMPARE(integer().get(), 20);
-        QCOMPARE(output.text(), "Vantelo: The preferences cannot be saved; changes last until the program ends.\n"_ba);
+        QCOMPARE(output.diagnostics(),
+            "Vantelo: The preferences cannot be saved; changes last until the program ends.\n"_ba);
     }
 
     void aBrokenFileNeitherCrashesNorBlocksWriting()

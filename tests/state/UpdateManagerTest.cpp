@@ -1,0 +1,307 @@
+// SPDX-FileCopyrightText: 2026 The Vantelo authors
+// SPDX-License-Identifier: MIT
+
+#include "Update/UpdateManager.h"
+#include "Json.h"
+#include "LoopbackService.h"
+#include "OutputCapture.h"
+#include "Platform/Alert.h"
+#include "Platform/Task.h"
+#include "TestDeployment.h"
+
+#include <QApplication>
+#include <QDesktopServices>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+using Reply = LoopbackService::Reply;
+
+namespace {
+
+const QString downloadAddress = u"https://vantelo.example/download"_s;
+
+QList<QMessageBox *> openAlerts()
+{
+    QList<QMessageBox *> alerts;
+    const auto widgets = QApplication::topLevelWidgets();
+    for (QWidget *widget : widgets) {
+        auto *const alert = qobject_cast<QMessageBox *>(widget);
+        if (alert && alert->isVisible())
+            alerts << alert;
+    }
+    return alerts;
+}
+
+QStringList buttonTexts(const QMessageBox &alert)
+{
+    QStringList texts;
+    const auto buttons = alert.buttons();
+    for (QAbstractButton *button : buttons)
+        texts << button->text();
+    return texts;
+}
+
+QByteArray feed(const QByteArray &version)
+{
+    return json("{'version': '") + version + json("', 'download_url': '") + downloadAddress.toUtf8() + json("'}");
+}
+
+} // namespace
+
+class UpdateManagerTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        QApplication::setApplicationVersion(u"1.2.0"_s);
+        QDesktopServices::setUrlHandler(u"https"_s, this, "open");
+    }
+
+    void cleanupTestCase() { QDesktopServices::unsetUrlHandler(u"https"_s); }
+
+    void init()
+    {
+        m_opened.clear();
+        m_service = std::make_unique<LoopbackService>();
+    }
+
+    void cleanup()
+    {
+        Alert::dismissAll();
+        QTRY_COMPARE(Task::running(), 0);
+        m_service.reset();
+        QApplication::setApplicationVersion(u"1.2.0"_s);
+    }
+
+    void theFeedIsFetchedFromItsAddress()
+    {
+        check(true);
+        QTRY_COMPARE(m_service->requests().size(), 1);
+        QCOMPARE(m_service->requests().constFirst().target, "/version.json"_ba);
+    }
+
+    void aNewerReleaseIsAnnouncedInBothModes_data()
+    {
+        QTest::addColumn<bool>("silent");
+        QTest::newRow("silent") << true;
+        QTest::newRow("manual") << false;
+    }
+
+    void aNewerReleaseIsAnnouncedInBothModes()
+    {
+        QFETCH(const bool, silent);
+        serve(feed("1.3.0"));
+        check(silent);
+        const QMessageBox &alert = *awaitAlert();
+        QCOMPARE(alert.text(), u"New Update Available"_s);
+        // Without release notes the two line breaks stay.
+        QCOMPARE(alert.informativeText(), u"Version 1.3.0 is now available. Would you like to download it now?\n\n"_s);
+        QCOMPARE(alert.icon(), QMessageBox::Information);
+        QCOMPARE(buttonTexts(alert), QStringList({u"Download Now"_s, u"Later"_s}));
+    }
+
+    void releaseNotesFollowTheQuestion()
+    {
+        serve(json("{'version': '9', 'download_url': 'x', 'release_notes': 'Fixes & <b>more</b>'}"));
+        check(false);
+        const QMessageBox &alert = *awaitAlert();
+        QCOMPARE(alert.informativeText(),
+            u"Version 9 is now available. Would you like to download it now?\n\nFixes & <b>more</b>"_s);
+        QCOMPARE(alert.textFormat(), Qt::PlainText);
+    }
+
+    void alertsAreApplicationModal()
+    {
+        serve(feed("1.3.0"));
+        check(false);
+        QCOMPARE(awaitAlert()->windowModality(), Qt::ApplicationModal);
+    }
+
+    void downloadNowOpensTheAddress()
+    {
+        serve(feed("1.3.0"));
+        check(false);
+        press(u"Download Now"_s);
+        QTRY_COMPARE(m_opened, QList<QUrl>({QUrl(downloadAddress)}));
+    }
+
+    void downloadNowIsTheDefault()
+    {
+        serve(feed("1.3.0"));
+        check(false);
+        QTest::keyClick(awaitAlert(), Qt::Key_Return);
+        QTRY_COMPARE(m_opened.size(), 1);
+    }
+
+    void laterOpensNothing()
+    {
+        serve(feed("1.3.0"));
+        check(false);
+        press(u"Later"_s);
+        QTRY_COMPARE(Task::running(), 0);
+        QVERIFY(m_opened.isEmpty());
+    }
+
+    void closingTheAlertOpensNothing_data()
+    {
+        QTest::addColumn<bool>("byEscape");
+        QTest::newRow("by Escape") << true;
+        QTest::newRow("by the window's button") << false;
+    }
+
+    void closingTheAlertOpensNothing()
+    {
+        QFETCH(const bool, byEscape);
+        serve(feed("1.3.0"));
+        check(false);
+        QMessageBox *const alert = awaitAlert();
+        if (byEscape)
+            QTest::keyClick(alert, Qt::Key_Escape);
+        else
+            alert->close();
+        QTRY_COMPARE(Task::running(), 0);
+        QVERIFY(m_opened.isEmpty());
+    }
+
+    void anInvalidDownloadAddressDoesNothing()
+    {
+        serve(json("{'version': '9', 'download_url': 'https://not a url/'}"));
+        check(false);
+        press(u"Download Now"_s);
+        QTRY_COMPARE(Task::running(), 0);
+        QVERIFY(m_opened.isEmpty());
+    }
+
+    void anUpToDateProgramSaysSoWhenAsked()
+    {
+        serve(feed("1.2.0"));
+        check(false);
+        const QMessageBox &alert = *awaitAlert();
+        QCOMPARE(alert.text(), u"You're Up to Date"_s);
+        QCOMPARE(alert.informativeText(), u"You are currently running the latest version of Vantelo."_s);
+        QCOMPARE(alert.icon(), QMessageBox::Information);
+        QCOMPARE(buttonTexts(alert), QStringList({u"OK"_s}));
+    }
+
+    void anUpToDateProgramIsSilentAtStartUp()
+    {
+        serve(feed("1.2.0"));
+        OutputCapture output;
+        check(true);
+        QTRY_COMPARE(Task::running(), 0);
+        QVERIFY(openAlerts().isEmpty());
+        QCOMPARE(output.diagnostics(), QByteArray());
+    }
+
+    void aFailureIsLoggedAndShownWhenAsked()
+    {
+        m_service->answerAll(Reply::reset());
+        OutputCapture output;
+        check(false);
+        const QMessageBox &alert = *awaitAlert();
+        QCOMPARE(alert.text(), u"Update Check Failed"_s);
+        QCOMPARE(alert.informativeText(), u"Could not check for updates: The connection was lost."_s);
+        QCOMPARE(alert.icon(), QMessageBox::Warning);
+        QCOMPARE(buttonTexts(alert), QStringList({u"OK"_s}));
+        QCOMPARE(output.diagnostics(), "Vantelo: Failed to check for updates - The connection was lost.\n"_ba);
+    }
+
+    void aFailureAtStartUpIsOneLineAndNoAlert()
+    {
+        m_service->answerAll(Reply::reset());
+        OutputCapture output;
+        check(true);
+        QTRY_COMPARE(Task::running(), 0);
+        QVERIFY(openAlerts().isEmpty());
+        QCOMPARE(output.diagnostics(), "Vantelo: Failed to check for updates - The connection was lost.\n"_ba);
+    }
+
+    void whatDoesNotDecodeSaysWhy_data()
+    {
+        QTest::addColumn<QByteArray>("body");
+        QTest::addColumn<QString>("description");
+        const QString format = u"The data couldn’t be read because it isn’t in the correct format."_s;
+        const QString missing = u"The data couldn’t be read because it is missing."_s;
+        QTest::newRow("HTML") << "<html>404</html>"_ba << format;
+        QTest::newRow("no version") << json("{'download_url': 'x'}") << missing;
+        QTest::newRow("no address") << json("{'version': '9'}") << missing;
+        QTest::newRow("a number for the version") << json("{'version': 9, 'download_url': 'x'}") << format;
+    }
+
+    void whatDoesNotDecodeSaysWhy()
+    {
+        QFETCH(const QByteArray, body);
+        QFETCH(const QString, description);
+        serve(body);
+        check(false);
+        QCOMPARE(awaitAlert()->informativeText(), u"Could not check for updates: "_s + description);
+    }
+
+    void theStatusOfTheFeedNeverDecides()
+    {
+        m_service->answerAll(Reply::whole(feed("1.3.0"), 404));
+        check(true);
+        QCOMPARE(awaitAlert()->text(), u"New Update Available"_s);
+    }
+
+    void aProgramWithoutVersionCountsAsZero()
+    {
+        QApplication::setApplicationVersion(QString());
+        serve(feed("0.0.1"));
+        check(true);
+        QCOMPARE(awaitAlert()->text(), u"New Update Available"_s);
+    }
+
+    void overlappingChecksShowTheirOwnAlerts()
+    {
+        serve(feed("1.3.0"));
+        check(true);
+        check(false);
+        QTRY_COMPARE(openAlerts().size(), 2);
+        QCOMPARE(m_service->requests().size(), 2);
+    }
+
+    void dismissedAlertsEndTheirChecks()
+    {
+        serve(feed("1.3.0"));
+        check(false);
+        check(false);
+        QTRY_COMPARE(openAlerts().size(), 2);
+        Alert::dismissAll();
+        QTRY_COMPARE(Task::running(), 0);
+        QVERIFY(m_opened.isEmpty());
+    }
+
+public Q_SLOTS:
+    void open(const QUrl &url) { m_opened << url; }
+
+private:
+    void serve(const QByteArray &body) { m_service->answerAll(Reply::whole(body)); }
+    void check(bool silent) { Task::start(UpdateManager::shared().checkForUpdates(silent)); }
+
+    QMessageBox *awaitAlert()
+    {
+        if (!QTest::qWaitFor([] { return openAlerts().size() == 1; }))
+            qFatal("no alert came");
+        return openAlerts().constFirst();
+    }
+
+    void press(const QString &text)
+    {
+        const auto buttons = awaitAlert()->buttons();
+        for (QAbstractButton *button : buttons) {
+            if (button->text() == text)
+                QTest::mouseClick(button, Qt::LeftButton);
+        }
+    }
+
+    std::unique_ptr<LoopbackService> m_service;
+    QList<QUrl> m_opened;
+};
+
+QTEST_MAIN(UpdateManagerTest)
+#include "UpdateManagerTest.moc"
