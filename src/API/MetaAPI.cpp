@@ -52,7 +52,8 @@ QCoro::Task<Result<Stats>> fetch(QString address, FiguresOfRow<Stats> figures)
 
 } // namespace
 
-QCoro::Task<tl::expected<TodayStats, MetaAPIError>> MetaAPI::fetchTodayInsights(QString token, QString accountId) const
+QCoro::Task<tl::expected<TodayStats, MetaAPIError>> MetaAPI::fetchTodayInsights(
+    const QString &token, const QString &accountId) const
 {
     return fetch(insightsAddress(accountId,
                      u"impressions,spend,inline_link_clicks,cost_per_inline_link_click"
@@ -62,7 +63,7 @@ QCoro::Task<tl::expected<TodayStats, MetaAPIError>> MetaAPI::fetchTodayInsights(
 }
 
 QCoro::Task<tl::expected<SevenDayStats, MetaAPIError>> MetaAPI::fetch7DayInsights(
-    QString token, QString accountId) const
+    const QString &token, const QString &accountId) const
 {
     return fetch(insightsAddress(accountId,
                      u"spend,impressions,frequency,reach,cost_per_inline_link_click,inline_link_click_ctr,actions"

@@ -20,10 +20,12 @@ public:
 
     /// Fetches today's figures of one ad account. Both texts go into the address as they stand: the caller has
     /// put "act_" in front of the account ID. An account without delivery has figures of zero.
-    QCoro::Task<tl::expected<TodayStats, MetaAPIError>> fetchTodayInsights(QString token, QString accountId) const;
+    QCoro::Task<tl::expected<TodayStats, MetaAPIError>> fetchTodayInsights(
+        const QString &token, const QString &accountId) const;
 
     /// Fetches the figures of the last seven days, otherwise like fetchTodayInsights().
-    QCoro::Task<tl::expected<SevenDayStats, MetaAPIError>> fetch7DayInsights(QString token, QString accountId) const;
+    QCoro::Task<tl::expected<SevenDayStats, MetaAPIError>> fetch7DayInsights(
+        const QString &token, const QString &accountId) const;
 
 private:
     QString insightsAddress(const QString &accountId, const QString &query, const QString &token) const;

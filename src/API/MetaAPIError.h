@@ -5,6 +5,8 @@
 
 #include <QString>
 
+#include <utility>
+
 /// Why figures could not be fetched. Callers use only its text.
 class MetaAPIError {
 public:
@@ -23,7 +25,7 @@ public:
 private:
     enum class Case { NetworkError, ApiError, InvalidURL, DecodingError };
 
-    MetaAPIError(Case kind, const QString &text) : m_case(kind), m_text(text) {}
+    MetaAPIError(Case kind, QString text) : m_case(kind), m_text(std::move(text)) {}
 
     Case m_case;
     QString m_text;

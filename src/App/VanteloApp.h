@@ -22,6 +22,7 @@ public:
     explicit VanteloApp(std::unique_ptr<MenuBarExtra> menuBarExtra);
     /// Ends whatever is under way: transfers, alerts, tasks.
     ~VanteloApp() override;
+    Q_DISABLE_COPY_MOVE(VanteloApp)
 
     /// The label for the state as it is now.
     static MenuBarLabel label(const AppState &appState);

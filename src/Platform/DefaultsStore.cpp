@@ -32,7 +32,7 @@ void tighten(const QString &path)
     constexpr QFile::Permissions others =
         QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup | QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
     const QFile::Permissions permissions = QFile::permissions(path);
-    if (permissions & others)
+    if (permissions.testAnyFlags(others))
         QFile::setPermissions(path, permissions & ~others);
 }
 

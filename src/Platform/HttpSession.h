@@ -27,7 +27,7 @@ class HttpSession : public QObject {
 
 public:
     /// A body of more bytes than this counts as a failed transfer.
-    static constexpr qint64 maximumBodySize = 16 * 1024 * 1024;
+    static constexpr qint64 maximumBodySize = qint64{16} * 1024 * 1024;
 
     ~HttpSession() override;
 

@@ -53,7 +53,7 @@ public:
             return {};
         std::vector<Record> records;
         const QJsonArray elements = value->toArray();
-        for (const QJsonValue &element : elements) {
+        for (const auto &element : elements) {
             std::optional<Record> record = element.isNull() ? missing<Record>() : readRecord<Record>(element);
             if (!record)
                 return {};

@@ -59,9 +59,8 @@ public:
     static std::unique_ptr<MenuBarExtra> create();
 
     MenuBarExtra() = default;
-    MenuBarExtra(const MenuBarExtra &) = delete;
-    MenuBarExtra &operator=(const MenuBarExtra &) = delete;
     virtual ~MenuBarExtra() = default;
+    Q_DISABLE_COPY_MOVE(MenuBarExtra)
 
     virtual void setLabel(const MenuBarLabel &label) = 0;
     virtual void setRows(const MenuRows &rows) = 0;

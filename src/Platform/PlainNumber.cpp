@@ -7,9 +7,9 @@
 
 #include <array>
 #include <charconv>
+#include <clocale>
 #include <cstdlib>
 #include <limits>
-#include <locale.h>
 #if __has_include(<xlocale.h>)
 #include <xlocale.h>
 #endif

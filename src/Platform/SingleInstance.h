@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include <QtGlobal>
+
 #include <functional>
 #include <memory>
 
@@ -15,9 +17,8 @@ public:
     static std::unique_ptr<SingleInstance> claim();
 
     SingleInstance() = default;
-    SingleInstance(const SingleInstance &) = delete;
-    SingleInstance &operator=(const SingleInstance &) = delete;
     virtual ~SingleInstance() = default;
+    Q_DISABLE_COPY_MOVE(SingleInstance)
 
     /// Called, on the main thread, whenever a later process finds the place taken.
     virtual void onActivation(std::function<void()> activate) = 0;

@@ -16,6 +16,7 @@ class TerminationSignals : public QObject {
 public:
     TerminationSignals();
     ~TerminationSignals() override;
+    Q_DISABLE_COPY_MOVE(TerminationSignals)
 
 Q_SIGNALS:
     void received();
