@@ -3,6 +3,8 @@
 
 #include "Platform/MenuBarExtra.h"
 
+#include <QDesktopServices>
+
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -20,7 +22,10 @@ QString symbol(StatusDot dot)
     return u"⚪"_s;
 }
 
-QString MenuBarLabel::whole() const { return symbol(dot) + u' ' + text; }
+QString MenuBarLabel::whole() const
+{
+    return symbol(dot) + u' ' + text;
+}
 
 MenuRow MenuRow::line(const QString &text, Style style)
 {
@@ -40,4 +45,12 @@ MenuRow MenuRow::button(const QString &text, std::function<void()> action)
 MenuRow MenuRow::link(const QString &text, const QUrl &destination)
 {
     return {.kind = Kind::Link, .text = text, .style = Style::Body, .action = {}, .destination = destination};
+}
+
+void choose(const MenuRow &row)
+{
+    if (row.kind == MenuRow::Kind::Button && row.action)
+        row.action();
+    if (row.kind == MenuRow::Kind::Link)
+        QDesktopServices::openUrl(row.destination);
 }

@@ -52,6 +52,9 @@ struct MenuRow {
 
 using MenuRows = std::vector<MenuRow>;
 
+/// Does what choosing the row in a menu does: runs a button's action, opens a link, and nothing for the rest.
+void choose(const MenuRow &row);
+
 /// The program's one item in the menu bar. Drawing is the platform's own business: a repeated label or
 /// unchanged rows cost nothing, and rows that keep their place are changed while the menu is open.
 class MenuBarExtra {

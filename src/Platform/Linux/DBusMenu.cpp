@@ -1,0 +1,198 @@
+// SPDX-FileCopyrightText: 2026 The Vantelo authors
+// SPDX-License-Identifier: MIT
+
+#include "Platform/Linux/DBusMenu.h"
+
+#include "Platform/Linux/DBusMenuAdaptor.h"
+
+#include <QSet>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QVariantMap propertiesOf(const MenuRow &row, Underscores underscores)
+{
+    const bool divider = row.kind == MenuRow::Kind::Divider;
+    const bool command = row.kind == MenuRow::Kind::Button || row.kind == MenuRow::Kind::Link;
+    // Always all of them: some hosts keep the old value of a property that is left out.
+    return {
+        {u"type"_s, divider ? u"separator"_s : u"standard"_s},
+        {u"label"_s, menuLabel(row.text, underscores)},
+        {u"enabled"_s, command},
+        {u"visible"_s, true},
+    };
+}
+
+/// An empty list of names means every property.
+QVariantMap chosen(const QVariantMap &properties, const QStringList &names)
+{
+    if (names.isEmpty())
+        return properties;
+    QVariantMap some;
+    for (auto it = properties.cbegin(); it != properties.cend(); ++it) {
+        if (names.contains(it.key()))
+            some.insert(it.key(), it.value());
+    }
+    return some;
+}
+
+/// What hosts that know `before` do not know yet about the items that stay.
+DBusMenuItems changed(const DBusMenuItems &before, const DBusMenuItems &after)
+{
+    DBusMenuItems changes;
+    for (const DBusMenuItem &item : after) {
+        const auto old = std::ranges::find(before, item.id, &DBusMenuItem::id);
+        if (old == before.end() || old->properties == item.properties)
+            continue;
+        DBusMenuItem change{.id = item.id, .properties = item.properties};
+        change.properties.removeIf([&](const auto &entry) { return old->properties.value(entry.key()) == *entry; });
+        changes << change;
+    }
+    return changes;
+}
+
+} // namespace
+
+DBusMenu::DBusMenu(QDBusConnection connection, const QString &path)
+{
+    registerDBusMenuTypes();
+    m_root.properties = {{u"children-display"_s, u"submenu"_s}};
+    m_adaptor = new DBusMenuAdaptor(*this);
+    connection.registerObject(path, this, QDBusConnection::ExportAdaptors);
+}
+
+void DBusMenu::setRows(const MenuRows &rows)
+{
+    m_rows = rows;
+    announceChanges();
+}
+
+void DBusMenu::setUnderscores(Underscores underscores)
+{
+    m_underscores = underscores;
+    announceChanges();
+}
+
+void DBusMenu::announceChanges()
+{
+    const DBusMenuItems before = std::exchange(m_items, itemsOfRows());
+    // Also where the layout changes: hosts do not ask again about ids that they know.
+    if (const DBusMenuItems changes = changed(before, m_items); !changes.isEmpty())
+        Q_EMIT m_adaptor->ItemsPropertiesUpdated(changes, {});
+    if (!std::ranges::equal(before, m_items, {}, &DBusMenuItem::id, &DBusMenuItem::id))
+        Q_EMIT m_adaptor->LayoutUpdated(++m_revision, m_root.id);
+}
+
+DBusMenuItems DBusMenu::itemsOfRows()
+{
+    DBusMenuItems items;
+    const std::vector<int> ids = m_ids.of(m_rows);
+    for (std::size_t i = 0; i < ids.size(); ++i)
+        items << DBusMenuItem{.id = ids[i], .properties = propertiesOf(m_rows[i], m_underscores)};
+    return items;
+}
+
+const DBusMenuItem *DBusMenu::find(int id) const
+{
+    if (id == m_root.id)
+        return &m_root;
+    const auto found = std::ranges::find(m_items, id, &DBusMenuItem::id);
+    return found != m_items.end() ? &*found : nullptr;
+}
+
+DBusMenuLayoutItem DBusMenu::layout(int parentId, int recursionDepth, const QStringList &propertyNames) const
+{
+    const DBusMenuItem *const parent = find(parentId);
+    if (!parent) {
+        refuse(u"No such item"_s);
+        return {};
+    }
+    const auto laidOut = [&](const DBusMenuItem &item) {
+        return DBusMenuLayoutItem{.id = item.id, .properties = chosen(item.properties, propertyNames), .children = {}};
+    };
+    DBusMenuLayoutItem layout = laidOut(*parent);
+    if (parent == &m_root && recursionDepth != 0)
+        std::ranges::transform(m_items, std::back_inserter(layout.children), laidOut);
+    return layout;
+}
+
+DBusMenuItems DBusMenu::properties(const QList<int> &ids, const QStringList &propertyNames) const
+{
+    // Each item once, however often it is asked for; no ids means every item.
+    const QSet<int> wanted(ids.begin(), ids.end());
+    DBusMenuItems answer;
+    const auto add = [&](const DBusMenuItem &item) {
+        if (wanted.isEmpty() || wanted.contains(item.id))
+            answer << DBusMenuItem{.id = item.id, .properties = chosen(item.properties, propertyNames)};
+    };
+    add(m_root);
+    std::ranges::for_each(m_items, add);
+    return answer;
+}
+
+QVariant DBusMenu::property(int id, const QString &name) const
+{
+    const DBusMenuItem *const item = find(id);
+    if (!item || !item->properties.contains(name)) {
+        refuse(item ? u"No such property"_s : u"No such item"_s);
+        return QString();
+    }
+    return item->properties.value(name);
+}
+
+void DBusMenu::happened(const DBusMenuEvent &event)
+{
+    if (find(event.id))
+        chooseLater(event);
+    else
+        refuse(u"No such item"_s);
+}
+
+QList<int> DBusMenu::happened(const DBusMenuEvents &events)
+{
+    QList<int> unknown;
+    for (const DBusMenuEvent &event : events) {
+        if (find(event.id))
+            chooseLater(event);
+        else
+            unknown << event.id;
+    }
+    if (!events.isEmpty() && unknown.size() == events.size())
+        refuse(u"No such items"_s);
+    return unknown;
+}
+
+bool DBusMenu::aboutToShow(int id) const
+{
+    if (!find(id))
+        refuse(u"No such item"_s);
+    return false; // never out of date: a true would have the host read all of it again
+}
+
+QList<int> DBusMenu::aboutToShow(const QList<int> &ids) const
+{
+    QList<int> unknown;
+    std::ranges::copy_if(ids, std::back_inserter(unknown), [this](int id) { return !find(id); });
+    if (!ids.isEmpty() && unknown.size() == ids.size())
+        refuse(u"No such items"_s);
+    return unknown;
+}
+
+void DBusMenu::chooseLater(const DBusMenuEvent &event)
+{
+    const auto item = std::ranges::find(m_items, event.id, &DBusMenuItem::id);
+    if (event.eventId != "clicked"_L1 || item == m_items.end())
+        return;
+    // After the reply, and as the row was when the user chose it.
+    const MenuRow row = m_rows.at(static_cast<std::size_t>(item - m_items.begin()));
+    QMetaObject::invokeMethod(
+        this, [row] { choose(row); }, Qt::QueuedConnection);
+}
+
+void DBusMenu::refuse(const QString &what) const
+{
+    sendErrorReply(QDBusError::InvalidArgs, what);
+}

@@ -1,0 +1,55 @@
+// SPDX-FileCopyrightText: 2026 The Vantelo authors
+// SPDX-License-Identifier: MIT
+
+#include "Platform/Linux/StatusNotifierItem.h"
+
+#include "Platform/Linux/BusText.h"
+#include "Platform/Linux/StatusNotifierItemAdaptor.h"
+
+#include <QDBusMessage>
+
+using namespace Qt::StringLiterals;
+
+QString StatusNotifierItem::path()
+{
+    return u"/org/ayatana/NotificationItem/vantelo"_s;
+}
+
+QString StatusNotifierItem::menuPath()
+{
+    return path() + u"/Menu"_s;
+}
+
+StatusNotifierItem::StatusNotifierItem(const QDBusConnection &connection) : m_connection(connection)
+{
+    registerStatusNotifierTypes();
+    m_adaptor = new StatusNotifierItemAdaptor(*this);
+    m_connection.registerObject(path(), this, QDBusConnection::ExportAdaptors);
+}
+
+void StatusNotifierItem::setLabel(const MenuBarLabel &label)
+{
+    MenuBarLabel next = label;
+    next.text = busText(next.text);
+    next.accessibleDescription = busText(next.accessibleDescription);
+    const MenuBarLabel before = std::exchange(m_label, next);
+
+    if (m_label.dot != before.dot)
+        Q_EMIT m_adaptor->NewIcon();
+    if (m_label.text != before.text)
+        Q_EMIT m_adaptor->XAyatanaNewLabel(m_label.text, m_adaptor->labelGuide());
+    if (m_label.whole() != before.whole())
+        Q_EMIT m_adaptor->NewToolTip();
+    if (m_label.accessibleDescription != before.accessibleDescription)
+        announceAccessibleDescription();
+}
+
+// The protocol has no signal for it but NewIcon, which would have hosts fetch every picture again.
+void StatusNotifierItem::announceAccessibleDescription()
+{
+    QDBusMessage signal =
+        QDBusMessage::createSignal(path(), u"org.freedesktop.DBus.Properties"_s, u"PropertiesChanged"_s);
+    const QVariantMap changed{{u"IconAccessibleDesc"_s, m_label.accessibleDescription}};
+    signal << u"org.kde.StatusNotifierItem"_s << changed << QStringList();
+    m_connection.send(signal);
+}
