@@ -40,9 +40,9 @@ QVariantMap chosen(const QVariantMap &properties, const QStringList &names)
 }
 
 /// What hosts that know `before` do not know yet about the items that stay.
-DBusMenuItems changed(const DBusMenuItems &before, const DBusMenuItems &after)
+QList<DBusMenuItem> changed(const QList<DBusMenuItem> &before, const QList<DBusMenuItem> &after)
 {
-    DBusMenuItems changes;
+    QList<DBusMenuItem> changes;
     for (const DBusMenuItem &item : after) {
         const auto old = std::ranges::find(before, item.id, &DBusMenuItem::id);
         if (old == before.end() || old->properties == item.properties)
@@ -78,17 +78,17 @@ void DBusMenu::setUnderscores(Underscores underscores)
 
 void DBusMenu::announceChanges()
 {
-    const DBusMenuItems before = std::exchange(m_items, itemsOfRows());
+    const QList<DBusMenuItem> before = std::exchange(m_items, itemsOfRows());
     // Also where the layout changes: hosts do not ask again about ids that they know.
-    if (const DBusMenuItems changes = changed(before, m_items); !changes.isEmpty())
+    if (const QList<DBusMenuItem> changes = changed(before, m_items); !changes.isEmpty())
         Q_EMIT m_adaptor->ItemsPropertiesUpdated(changes, {});
     if (!std::ranges::equal(before, m_items, {}, &DBusMenuItem::id, &DBusMenuItem::id))
         Q_EMIT m_adaptor->LayoutUpdated(++m_revision, m_root.id);
 }
 
-DBusMenuItems DBusMenu::itemsOfRows()
+QList<DBusMenuItem> DBusMenu::itemsOfRows()
 {
-    DBusMenuItems items;
+    QList<DBusMenuItem> items;
     const std::vector<int> ids = m_ids.of(m_rows);
     for (std::size_t i = 0; i < ids.size(); ++i)
         items << DBusMenuItem{.id = ids[i], .properties = propertiesOf(m_rows[i], m_underscores)};
@@ -119,11 +119,11 @@ DBusMenuLayoutItem DBusMenu::layout(int parentId, int recursionDepth, const QStr
     return layout;
 }
 
-DBusMenuItems DBusMenu::properties(const QList<int> &ids, const QStringList &propertyNames) const
+QList<DBusMenuItem> DBusMenu::properties(const QList<int> &ids, const QStringList &propertyNames) const
 {
     // Each item once, however often it is asked for; no ids means every item.
     const QSet<int> wanted(ids.begin(), ids.end());
-    DBusMenuItems answer;
+    QList<DBusMenuItem> answer;
     const auto add = [&](const DBusMenuItem &item) {
         if (wanted.isEmpty() || wanted.contains(item.id))
             answer << DBusMenuItem{.id = item.id, .properties = chosen(item.properties, propertyNames)};
@@ -151,7 +151,7 @@ void DBusMenu::happened(const DBusMenuEvent &event)
         refuse(u"No such item"_s);
 }
 
-QList<int> DBusMenu::happened(const DBusMenuEvents &events)
+QList<int> DBusMenu::happened(const QList<DBusMenuEvent> &events)
 {
     QList<int> unknown;
     for (const DBusMenuEvent &event : events) {

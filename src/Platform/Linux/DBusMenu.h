@@ -29,23 +29,23 @@ public:
     // The calls of the bus; a false id is answered with an error.
     uint revision() const { return m_revision; }
     DBusMenuLayoutItem layout(int parentId, int recursionDepth, const QStringList &propertyNames) const;
-    DBusMenuItems properties(const QList<int> &ids, const QStringList &propertyNames) const;
+    QList<DBusMenuItem> properties(const QList<int> &ids, const QStringList &propertyNames) const;
     QVariant property(int id, const QString &name) const;
     void happened(const DBusMenuEvent &event);
     /// Gives the ids that do not exist.
-    QList<int> happened(const DBusMenuEvents &events);
+    QList<int> happened(const QList<DBusMenuEvent> &events);
     bool aboutToShow(int id) const;
     QList<int> aboutToShow(const QList<int> &ids) const;
 
 private:
     void announceChanges();
-    DBusMenuItems itemsOfRows();
+    QList<DBusMenuItem> itemsOfRows();
     const DBusMenuItem *find(int id) const;
     void chooseLater(const DBusMenuEvent &event);
     void refuse(const QString &what) const;
 
     MenuRows m_rows;
-    DBusMenuItems m_items; ///< one a row
+    QList<DBusMenuItem> m_items; ///< one a row
     DBusMenuItem m_root;
     DBusMenuItemIds m_ids;
     Underscores m_underscores = Underscores::EveryPair;

@@ -26,7 +26,7 @@ uint DBusMenuAdaptor::GetLayout(
     return m_menu.revision();
 }
 
-DBusMenuItems DBusMenuAdaptor::GetGroupProperties(const QList<int> &ids, const QStringList &propertyNames)
+QList<DBusMenuItem> DBusMenuAdaptor::GetGroupProperties(const QList<int> &ids, const QStringList &propertyNames)
 {
     return m_menu.properties(ids, propertyNames);
 }
@@ -41,7 +41,7 @@ void DBusMenuAdaptor::Event(int id, const QString &eventId, const QDBusVariant &
     m_menu.happened({.id = id, .eventId = eventId, .data = data, .timestamp = timestamp});
 }
 
-QList<int> DBusMenuAdaptor::EventGroup(const DBusMenuEvents &events)
+QList<int> DBusMenuAdaptor::EventGroup(const QList<DBusMenuEvent> &events)
 {
     return m_menu.happened(events);
 }

@@ -77,17 +77,18 @@ public:
     QString status() const;
     QStringList iconThemePath() const { return {}; }
 
+    // Lists are spelt out from here on: the binding looks argument types up by name and knows no aliases.
 public Q_SLOTS:
     uint GetLayout(int parentId, int recursionDepth, const QStringList &propertyNames, DBusMenuLayoutItem &layout);
-    DBusMenuItems GetGroupProperties(const QList<int> &ids, const QStringList &propertyNames);
+    QList<DBusMenuItem> GetGroupProperties(const QList<int> &ids, const QStringList &propertyNames);
     QDBusVariant GetProperty(int id, const QString &name);
     void Event(int id, const QString &eventId, const QDBusVariant &data, uint timestamp);
-    QList<int> EventGroup(const DBusMenuEvents &events);
+    QList<int> EventGroup(const QList<DBusMenuEvent> &events);
     bool AboutToShow(int id);
     QList<int> AboutToShowGroup(const QList<int> &ids, QList<int> &idErrors);
 
 Q_SIGNALS:
-    void ItemsPropertiesUpdated(const DBusMenuItems &updatedProps, const DBusMenuItemKeysList &removedProps);
+    void ItemsPropertiesUpdated(const QList<DBusMenuItem> &updatedProps, const QList<DBusMenuItemKeys> &removedProps);
     void LayoutUpdated(uint revision, int parent);
 
 private:

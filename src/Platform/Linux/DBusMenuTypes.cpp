@@ -84,11 +84,11 @@ const QDBusArgument &operator>>(const QDBusArgument &argument, DBusMenuEvent &ev
 void registerDBusMenuTypes()
 {
     qDBusRegisterMetaType<DBusMenuItem>();
-    qDBusRegisterMetaType<DBusMenuItems>();
+    qDBusRegisterMetaType<QList<DBusMenuItem>>();
     qDBusRegisterMetaType<DBusMenuItemKeys>();
-    qDBusRegisterMetaType<DBusMenuItemKeysList>();
+    qDBusRegisterMetaType<QList<DBusMenuItemKeys>>();
     qDBusRegisterMetaType<DBusMenuLayoutItem>();
     qDBusRegisterMetaType<DBusMenuEvent>();
-    qDBusRegisterMetaType<DBusMenuEvents>();
+    qDBusRegisterMetaType<QList<DBusMenuEvent>>();
     qDBusRegisterMetaType<QList<int>>();
 }

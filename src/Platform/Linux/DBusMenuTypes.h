@@ -14,14 +14,12 @@ struct DBusMenuItem {
     int id = 0;
     QVariantMap properties;
 };
-using DBusMenuItems = QList<DBusMenuItem>;
 
 /// The names of properties that an item has no more, "(ias)" on the bus.
 struct DBusMenuItemKeys {
     int id = 0;
     QStringList names;
 };
-using DBusMenuItemKeysList = QList<DBusMenuItemKeys>;
 
 /// An item with what is below it, "(ia{sv}av)" on the bus.
 struct DBusMenuLayoutItem {
@@ -37,7 +35,6 @@ struct DBusMenuEvent {
     QDBusVariant data;
     uint timestamp = 0;
 };
-using DBusMenuEvents = QList<DBusMenuEvent>;
 
 QDBusArgument &operator<<(QDBusArgument &argument, const DBusMenuItem &item);
 const QDBusArgument &operator>>(const QDBusArgument &argument, DBusMenuItem &item);
