@@ -141,32 +141,32 @@ class StatusHost:
     def property(self, name):
         """[signature, value] of a property of the item."""
         sender, path = self._item
-        value = self.call(path, PROPERTIES, "Get", "(ss)", [ITEM, name]).get_child_value(0).get_variant()
+        value = self.call(path, PROPERTIES, "Get", f"('{ITEM}', '{name}')").get_child_value(0).get_variant()
         return [value.get_type_string(), plain(value)]
 
     def properties(self):
         """{name: [signature, value]} of all properties of the item."""
         _, path = self._item
-        every = dictionary(self.call(path, PROPERTIES, "GetAll", "(s)", [ITEM]).get_child_value(0))
+        every = dictionary(self.call(path, PROPERTIES, "GetAll", f"('{ITEM}',)").get_child_value(0))
         return {name: [value.get_type_string(), plain(value)] for name, value in every.items()}
 
-    def call(self, path, interface, method, signature="()", arguments=(), timeout=5000):
-        """Any call to the program behind the item; raises GLib.Error on an error reply."""
-        return self.bus.call_sync(self._item[0], path, interface, method, GLib.Variant(signature, tuple(arguments)),
-                                  None, Gio.DBusCallFlags.NONE, timeout, None)
+    def call(self, path, interface, method, arguments="()"):
+        """Any call to the program behind the item, arguments as GVariant text; raises GLib.Error on an error."""
+        return self.bus.call_sync(self._item[0], path, interface, method, GLib.Variant.parse(None, arguments, None, None),
+                                  None, Gio.DBusCallFlags.NONE, 10000, None)
 
-    def answer(self, path, interface, method, signature="()", arguments=()):
+    def answer(self, path, interface, method, arguments="()"):
         """The same as plain values: {"value": …} or {"error": the D-Bus error's name}."""
         try:
-            return {"value": plain(self.call(path, interface, method, signature, arguments))}
+            return {"value": plain(self.call(path, interface, method, arguments))}
         except GLib.Error as error:
             return {"error": Gio.DBusError.get_remote_error(error) or error.message}
 
-    def call_menu(self, method, signature, arguments):
-        return self.answer(self.property("Menu")[1], MENU, method, signature, arguments)
+    def call_menu(self, method, arguments="()"):
+        return self.answer(self.property("Menu")[1], MENU, method, arguments)
 
-    def call_item(self, method, signature, arguments):
-        return self.answer(self._item[1], ITEM, method, signature, arguments)
+    def call_item(self, method, arguments="()"):
+        return self.answer(self._item[1], ITEM, method, arguments)
 
     def introspection(self):
         return plain(self.call(self._item[1], "org.freedesktop.DBus.Introspectable", "Introspect"))[0]
@@ -190,6 +190,10 @@ class StatusHost:
             return None
         rows = [self._row(child) for child in root.get_children()]
         return None if any(row["label"] is None for row in rows) else rows
+
+    def forget_menu(self):
+        """Reads the menu anew next time, as a panel does that starts."""
+        self._client = None
 
     @staticmethod
     def _row(item):
