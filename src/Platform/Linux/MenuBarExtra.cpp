@@ -29,6 +29,7 @@ public:
 
 private:
     void followHost();
+    void showTraySoon();
     void showTray();
     void popUp(const QPoint &position);
 
@@ -54,7 +55,7 @@ StatusAreaExtra::StatusAreaExtra()
     m_untilTray.setInterval(3s);
     QObject::connect(&m_untilTray, &QTimer::timeout, &m_host, [this] { showTray(); });
     if (!m_bus.connection().isConnected())
-        m_untilTray.start();
+        showTraySoon();
 }
 
 void StatusAreaExtra::setLabel(const MenuBarLabel &label)
@@ -81,9 +82,16 @@ void StatusAreaExtra::followHost()
     if (m_host.isPresent()) {
         m_untilTray.stop();
         m_tray.reset();
-    } else if (!m_tray && !m_untilTray.isActive()) {
-        m_untilTray.start();
+    } else {
+        showTraySoon();
     }
+}
+
+void StatusAreaExtra::showTraySoon()
+{
+    // Legacy trays are X11's; elsewhere Qt's tray icon would only complain.
+    if (QGuiApplication::platformName() == "xcb"_L1 && !m_tray && !m_untilTray.isActive())
+        m_untilTray.start();
 }
 
 void StatusAreaExtra::showTray()

@@ -1,0 +1,124 @@
+// SPDX-FileCopyrightText: 2026 The Vantelo authors
+// SPDX-License-Identifier: MIT
+
+#include "Platform/MenuBarExtra.h"
+#include "StatusHost.h"
+#include "TestDisplay.h"
+#include "TestSessionBus.h"
+
+#include <QApplication>
+#include <QMenu>
+#include <QScreen>
+#include <QTest>
+
+#include <optional>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr QRgb green = qRgb(0x34, 0xc7, 0x59);
+constexpr QRgb red = qRgb(0xff, 0x3b, 0x30);
+
+/// Where on the whole screen that colour is.
+std::optional<QPoint> onScreen(QRgb colour)
+{
+    const QImage screen = QGuiApplication::primaryScreen()->grabWindow(0).toImage();
+    for (int y = 0; y < screen.height(); ++y) {
+        for (int x = 0; x < screen.width(); ++x) {
+            if ((screen.pixel(x, y) & RGB_MASK) == (colour & RGB_MASK))
+                return QPoint(x, y);
+        }
+    }
+    return {};
+}
+
+QMenu *openMenu()
+{
+    return qobject_cast<QMenu *>(QApplication::activePopupWidget());
+}
+
+} // namespace
+
+/// A legacy tray on an X server; nobody watches for status items at first.
+class TrayMenuBarExtraTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        m_tray.start(u"trayer"_s, {u"--edge"_s, u"top"_s, u"--align"_s, u"left"_s, u"--tint"_s, u"0"_s});
+        QVERIFY(m_tray.waitForStarted());
+        m_extra = MenuBarExtra::create();
+        m_extra->setLabel({.dot = StatusDot::Green, .text = u"12,345"_s, .accessibleDescription = {}});
+        m_extra->setRows({MenuRow::line(u"📊 Today"_s), MenuRow::button(u"Refresh"_s, [this] { ++m_refreshes; })});
+    }
+
+    void cleanup()
+    {
+        m_extra.reset();
+        m_tray.terminate();
+        QVERIFY(m_tray.waitForFinished());
+    }
+
+    void theDotStandsInTheTray()
+    {
+        QTRY_VERIFY_WITH_TIMEOUT(onScreen(green), 20'000);
+        m_extra->setLabel({.dot = StatusDot::Red, .text = u"12,345"_s, .accessibleDescription = {}});
+        QTRY_VERIFY(onScreen(red));
+        QVERIFY(!onScreen(green));
+    }
+
+    void aLeftClickOpensTheMenu()
+    {
+        QTRY_VERIFY_WITH_TIMEOUT(onScreen(green), 20'000);
+        const QPoint dot = onScreen(green).value();
+        QProcess::execute(
+            u"xdotool"_s, {u"mousemove"_s, QString::number(dot.x()), QString::number(dot.y()), u"click"_s, u"1"_s});
+        QTRY_VERIFY(openMenu());
+        QCOMPARE(openMenu()->actions().size(), 2);
+        QTRY_VERIFY(openMenu()->isVisible());
+        QTest::mouseClick(
+            openMenu(), Qt::LeftButton, {}, openMenu()->actionGeometry(openMenu()->actions()[1]).center());
+        QTRY_COMPARE(m_refreshes, 1);
+    }
+
+    void theTrayGivesWayToAStatusAreaAndReturns()
+    {
+        QTRY_VERIFY_WITH_TIMEOUT(onScreen(green), 20'000);
+        StatusHost host;
+        host.startWatcher();
+        QTRY_VERIFY(host.hasItem());
+        QTRY_VERIFY(!onScreen(green));
+        host.stopWatcher();
+        QTRY_VERIFY_WITH_TIMEOUT(onScreen(green), 20'000);
+    }
+
+    void aStatusAreaThatRestartsBringsNoTrayIcon()
+    {
+        StatusHost host;
+        host.startWatcher();
+        QTRY_VERIFY(host.hasItem());
+        for (int restarts = 1; restarts <= 3; ++restarts) {
+            host.stopWatcher();
+            host.startWatcher();
+            QTRY_COMPARE(host.registrations().size(), restarts + 1);
+            QVERIFY(!onScreen(green));
+        }
+    }
+
+private:
+    QProcess m_tray;
+    std::unique_ptr<MenuBarExtra> m_extra;
+    int m_refreshes = 0;
+};
+
+int main(int argc, char **argv)
+{
+    const TestSessionBus bus;
+    const TestDisplay display;
+    const QApplication application(argc, argv);
+    TrayMenuBarExtraTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+#include "TrayMenuBarExtraTest.moc"
