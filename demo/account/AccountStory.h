@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: 2026 The Vantelo authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QDate>
+#include <QDateTime>
+
+#include <cstdint>
+
+/// What an ad account delivered in some span of time; money in dollars.
+struct Delivery {
+    std::int64_t impressions = 0;
+    std::int64_t reach = 0;
+    std::int64_t linkClicks = 0;
+    std::int64_t leads = 0;
+    std::int64_t purchases = 0;
+    double spend = 0.0;
+
+    friend bool operator==(const Delivery &, const Delivery &) = default;
+};
+
+/// The life of the demo account as a pure function of its own time: minutes since the story began, at ten in
+/// the morning of its first day. Every four hours the same things happen: it delivers, delivery stops, the
+/// access token expires, all is well again.
+class AccountStory {
+public:
+    enum class Phase { Delivering, Stopped, TokenExpired, Recovered };
+
+    static constexpr int startOfDelivery = 0;
+    static constexpr int startOfStop = 40;
+    static constexpr int startOfExpiry = 90;
+    static constexpr int startOfRecovery = 130;
+    static constexpr int period = 240;
+
+    explicit AccountStory(QDate firstDay) : m_firstDay(firstDay) {}
+
+    static Phase phase(double minutes);
+
+    QDateTime time(double minutes) const;
+
+    /// Since midnight.
+    Delivery today(double minutes) const;
+
+    /// The seven whole days before today.
+    Delivery lastSevenDays(double minutes) const;
+
+private:
+    QDate m_firstDay;
+};
