@@ -1,0 +1,138 @@
+# SPDX-FileCopyrightText: 2026 The Vantelo authors
+# SPDX-License-Identifier: MIT
+
+"""A private GNOME desktop without a screen, on buses of its own."""
+
+import json
+import os
+import shutil
+import tempfile
+from pathlib import Path
+
+from gi.repository import Gio, GLib
+
+from .processes import Failure, wait_until
+
+EXTENSION = 'ubuntu-appindicators@ubuntu.com'
+SIZE = '1280x800'
+
+_BUS = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
+ "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
+<busconfig>
+  <type>session</type>
+  <listen>unix:dir={directory}</listen>
+  <policy context="default"><allow send_destination="*"/><allow receive_sender="*"/><allow own="*"/></policy>
+</busconfig>
+"""
+
+# No service files on the buses: nothing is started that the desktop does not start itself.
+_SETTINGS = f"""[org/gnome/shell]
+enabled-extensions=['{EXTENSION}']
+welcome-dialog-last-shown-version='999'
+
+[org/gnome/desktop/notifications]
+show-banners=false
+
+[org/gnome/desktop/background]
+picture-options='none'
+color-shading-type='vertical'
+primary-color='#4f6d8f'
+secondary-color='#1d2b3a'
+"""
+
+
+def call(bus, name, path, interface, method, arguments=None):
+    return bus.call_sync(name, path, interface, method, arguments, None, Gio.DBusCallFlags.NONE, 10_000, None).unpack()
+
+
+def is_owned(bus, name):
+    return call(bus, 'org.freedesktop.DBus', '/org/freedesktop/DBus', 'org.freedesktop.DBus', 'NameHasOwner',
+                GLib.Variant('(s)', (name,)))[0]
+
+
+def missing_packages():
+    """The Debian packages that the desktop needs and that are not there."""
+    needs = {
+        'dbus': shutil.which('dbus-daemon'),
+        'gnome-shell': shutil.which('gnome-shell'),
+        'gnome-shell-extension-appindicator': os.path.isdir(f'/usr/share/gnome-shell/extensions/{EXTENSION}'),
+        'python3-dbusmock': os.path.isdir('/usr/lib/python3/dist-packages/dbusmock'),
+        'fonts-noto-color-emoji': os.path.isdir('/usr/share/fonts/truetype/noto'),
+    }
+    return [package for package, there in needs.items() if not there]
+
+
+class Desktop:
+    """The desktop; it lasts as long as the processes it is given to."""
+
+    def __init__(self, processes, home, log):
+        self._processes = processes
+        self._log = log
+        # Sockets have short names, which a build directory may not have.
+        self._runtime = tempfile.TemporaryDirectory(prefix='vantelo-demo-')
+        self.environment = self._environment(home)
+        self._write_settings()
+
+    def open(self):
+        system = self._start_bus('DBUS_SYSTEM_BUS_ADDRESS')
+        self._start(['/usr/bin/python3', '-m', 'dbusmock', '--system', '--template', 'logind'])
+        wait_until(lambda: is_owned(system, 'org.freedesktop.login1'), 20, 'The stand-in for logind did not start.')
+        self.bus = self._start_bus('DBUS_SESSION_BUS_ADDRESS')
+        self._start(['gnome-shell', '--headless', '--wayland', '--unsafe-mode', '--virtual-monitor', SIZE])
+        wait_until(lambda: is_owned(self.bus, 'org.gnome.Shell'), 40, 'GNOME Shell did not start.')
+        wait_until(lambda: is_owned(self.bus, 'org.kde.StatusNotifierWatcher'), 20, 'The status area did not start.')
+        wait_until(lambda: not self.evaluate('Main.layoutManager._startingUp'), 20, 'The desktop did not settle.')
+        self.evaluate('Main.overview.hide()')
+        wait_until(lambda: not self.evaluate('Main.overview.visible'), 20, 'The overview did not close.')
+
+    def evaluate(self, script):
+        """Runs a script inside the desktop's shell and gives its result."""
+        succeeded, result = call(self.bus, 'org.gnome.Shell', '/org/gnome/Shell', 'org.gnome.Shell', 'Eval',
+                                 GLib.Variant('(s)', (script,)))
+        if not succeeded:
+            raise Failure(f'The desktop refused a script: {result}')
+        return json.loads(result) if result else None
+
+    def screenshot(self, path):
+        succeeded, _ = call(self.bus, 'org.gnome.Shell.Screenshot', '/org/gnome/Shell/Screenshot',
+                            'org.gnome.Shell.Screenshot', 'Screenshot',
+                            GLib.Variant('(bbs)', (False, False, str(path))))
+        if not succeeded:
+            raise Failure('The desktop did not take the screenshot.')
+
+    def _environment(self, home):
+        runtime = self._runtime.name
+        environment = {
+            'HOME': str(home),
+            'LANG': 'C.UTF-8',
+            'PATH': os.environ['PATH'],
+            'GSETTINGS_BACKEND': 'keyfile',
+            'WAYLAND_DISPLAY': 'wayland-0',
+            'XDG_CURRENT_DESKTOP': 'GNOME',
+            'XDG_RUNTIME_DIR': runtime,
+        }
+        for kind in ('CACHE', 'CONFIG', 'DATA', 'STATE'):
+            directory = Path(home) / kind.lower()
+            directory.mkdir(parents=True)
+            environment[f'XDG_{kind}_HOME'] = str(directory)
+        return environment
+
+    def _write_settings(self):
+        settings = Path(self.environment['XDG_CONFIG_HOME']) / 'glib-2.0' / 'settings'
+        settings.mkdir(parents=True)
+        (settings / 'keyfile').write_text(_SETTINGS, encoding='utf-8')
+
+    def _start(self, command):
+        return self._processes.start_quietly(command, self.environment, self._log)
+
+    def _start_bus(self, variable):
+        configuration = Path(self._runtime.name) / 'bus.conf'
+        configuration.write_text(_BUS.format(directory=self._runtime.name), encoding='utf-8')
+        daemon = self._processes.start(['dbus-daemon', f'--config-file={configuration}', '--nofork', '--print-address'],
+                                       self.environment, self._log)
+        address = daemon.stdout.readline().strip()
+        if not address:
+            raise Failure('A private message bus did not start.')
+        self.environment[variable] = address
+        flags = Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION
+        return Gio.DBusConnection.new_for_address_sync(address, flags, None, None)
