@@ -3,16 +3,19 @@
 
 #include "Platform/Linux/DBusMenuItemIds.h"
 
+#include <algorithm>
+
 std::vector<int> DBusMenuItemIds::of(const MenuRows &rows)
 {
-    std::vector<int> ids;
-    std::map<std::pair<MenuRow::Kind, QString>, int> alike;
+    Shape shape;
     for (const MenuRow &row : rows) {
         const bool command = row.kind == MenuRow::Kind::Button || row.kind == MenuRow::Kind::Link;
-        const QString name = command ? row.text : QString();
-        const Key key{row.kind, name, alike[{row.kind, name}]++};
-        const int next = static_cast<int>(m_ids.size()) + 1;
-        ids.push_back(m_ids.emplace(key, next).first->second);
+        shape.emplace_back(row.kind, command ? row.text : QString());
+    }
+    std::vector<int> &ids = m_ids[shape];
+    if (ids.size() != rows.size()) {
+        ids.resize(rows.size());
+        std::ranges::generate(ids, [this] { return ++m_last; });
     }
     return ids;
 }

@@ -6,17 +6,20 @@
 #include "Platform/MenuBarExtra.h"
 
 #include <map>
-#include <tuple>
+#include <utility>
 
-/// Gives rows their ids. Hosts keep a widget for each id, so an id stands for the same kind of row for ever: a
-/// button or link has one by its text, whatever the menu around it; lines and dividers have one by their order.
+/// Gives rows their ids. Hosts keep a widget for each id, so an id stands for the same row of the same menu for
+/// ever. Menus of different shape share no id: GNOME does not move a widget that stays when others come or go
+/// around it.
 class DBusMenuItemIds {
 public:
     /// One id a row, all different, none of them 0.
     std::vector<int> of(const MenuRows &rows);
 
 private:
-    using Key = std::tuple<MenuRow::Kind, QString, int>; ///< the last: which of those that are alike
+    /// What changes only with the layout: the kinds of all rows, and the texts of those that can be chosen.
+    using Shape = std::vector<std::pair<MenuRow::Kind, QString>>;
 
-    std::map<Key, int> m_ids;
+    std::map<Shape, std::vector<int>> m_ids;
+    int m_last = 0;
 };
