@@ -3,6 +3,7 @@
 
 #include "AccountServer.h"
 
+#include "Platform/Clock.h"
 #include "ProductSite.h"
 
 #include <QTcpSocket>
@@ -44,7 +45,7 @@ QByteArray onTheWire(const ServedReply &reply)
 
 } // namespace
 
-AccountServer::AccountServer(AccountStory story, double speed) : m_graph(story), m_speed(speed)
+AccountServer::AccountServer(AccountStory story) : m_graph(story)
 {
     connect(&m_server, &QTcpServer::newConnection, this, &AccountServer::accept);
 }
@@ -56,7 +57,7 @@ bool AccountServer::listen(quint16 port)
 
 QString AccountServer::origin() const
 {
-    return u"http://127.0.0.1:%1"_s.arg(m_server.serverPort());
+    return u"http://127.0.0.1:%1"_s.arg(port());
 }
 
 void AccountServer::accept()
@@ -94,20 +95,21 @@ ServedReply AccountServer::answer(const QUrl &url)
     if (!GraphService::serves(url))
         return ProductSite::answer(url, origin(), minutes());
     const ServedReply reply = m_graph.answer(url, {.minutes = minutes(), .callsInLastHour = countCall()});
-    if (!m_sinceBeginning.isValid() && reply.status == 200)
-        m_sinceBeginning.start();
+    if (!m_beginning && reply.status == 200)
+        m_beginning = secondsSince1970();
     return reply;
 }
 
 double AccountServer::minutes() const
 {
-    return m_sinceBeginning.isValid() ? static_cast<double>(m_sinceBeginning.elapsed()) / 60'000.0 * m_speed : 0.0;
+    const double now = secondsSince1970();
+    return (now - m_beginning.value_or(now)) / 60.0;
 }
 
 int AccountServer::countCall()
 {
-    const double now = minutes();
-    m_calls.removeIf([now](double call) { return call <= now - 60.0; });
+    const double now = secondsSince1970();
+    m_calls.removeIf([now](double call) { return call <= now - 3600.0; });
     m_calls.append(now);
     return static_cast<int>(m_calls.size());
 }

@@ -5,25 +5,26 @@
 
 #include "GraphService.h"
 
-#include <QElapsedTimer>
 #include <QList>
 #include <QObject>
 #include <QTcpServer>
 
+#include <optional>
+
 class QTcpSocket;
 
 /// Serves the demo account and the product's site over HTTP on loopback. The story begins with the first
-/// insights request that is answered with figures.
+/// insights request that is answered with figures, and goes by Platform/Clock.h.
 class AccountServer : public QObject {
     Q_OBJECT
 
 public:
-    /// `speed` tells how many seconds of the story pass in a real one.
-    AccountServer(AccountStory story, double speed);
+    explicit AccountServer(AccountStory story);
 
     /// Takes any free port where `port` is 0. False, with a reason in errorString(), where it is taken.
     bool listen(quint16 port);
     QString errorString() const { return m_server.errorString(); }
+    quint16 port() const { return m_server.serverPort(); }
     QString origin() const;
 
 private:
@@ -35,7 +36,6 @@ private:
 
     QTcpServer m_server;
     GraphService m_graph;
-    double m_speed;
-    QElapsedTimer m_sinceBeginning; ///< invalid until the story begins
-    QList<double> m_calls;          ///< in the last hour, in minutes of the story
+    std::optional<double> m_beginning;
+    QList<double> m_calls; ///< in the last hour
 };

@@ -27,10 +27,10 @@ class AccountStory {
 public:
     enum class Phase { Delivering, Stopped, TokenExpired, Recovered };
 
-    static constexpr int startOfDelivery = 0;
-    static constexpr int startOfStop = 40;
-    static constexpr int startOfExpiry = 90;
-    static constexpr int startOfRecovery = 130;
+    // None of them a multiple of ten minutes, so that it does not take luck which poll sees them first.
+    static constexpr int startOfStop = 36;
+    static constexpr int startOfExpiry = 86;
+    static constexpr int startOfRecovery = 126;
     static constexpr int period = 240;
 
     explicit AccountStory(QDate firstDay) : m_firstDay(firstDay) {}

@@ -11,7 +11,7 @@ from pathlib import Path
 
 from gi.repository import Gio, GLib
 
-from .processes import Failure, wait_until
+from .processes import Failure, NotYet, wait_until
 
 EXTENSION = 'ubuntu-appindicators@ubuntu.com'
 SIZE = '1280x800'
@@ -30,9 +30,6 @@ _SETTINGS = f"""[org/gnome/shell]
 enabled-extensions=['{EXTENSION}']
 welcome-dialog-last-shown-version='999'
 
-[org/gnome/desktop/notifications]
-show-banners=false
-
 [org/gnome/desktop/background]
 picture-options='none'
 color-shading-type='vertical'
@@ -40,9 +37,21 @@ primary-color='#4f6d8f'
 secondary-color='#1d2b3a'
 """
 
+# Words about this session itself, such as a warning for root, would only stand in the pictures' way.
+_TIDY = """
+Main.overview.hide();
+Main.messageTray.bannerBlocked = true;
+Main.messageTray.getSources().forEach(source => source.destroy());
+Main.panel.statusArea.quickSettings._unsafeMode?.hide();
+"""
+
 
 def call(bus, name, path, interface, method, arguments=None):
-    return bus.call_sync(name, path, interface, method, arguments, None, Gio.DBusCallFlags.NONE, 10_000, None).unpack()
+    try:
+        return bus.call_sync(name, path, interface, method, arguments, None, Gio.DBusCallFlags.NONE, 10_000,
+                             None).unpack()
+    except GLib.Error as error:
+        raise NotYet(f'{interface}.{method}: {error.message}') from error
 
 
 def is_owned(bus, name):
@@ -82,7 +91,7 @@ class Desktop:
         wait_until(lambda: is_owned(self.bus, 'org.gnome.Shell'), 40, 'GNOME Shell did not start.')
         wait_until(lambda: is_owned(self.bus, 'org.kde.StatusNotifierWatcher'), 20, 'The status area did not start.')
         wait_until(lambda: not self.evaluate('Main.layoutManager._startingUp'), 20, 'The desktop did not settle.')
-        self.evaluate('Main.overview.hide()')
+        self.evaluate(_TIDY)
         wait_until(lambda: not self.evaluate('Main.overview.visible'), 20, 'The overview did not close.')
 
     def evaluate(self, script):
@@ -90,7 +99,7 @@ class Desktop:
         succeeded, result = call(self.bus, 'org.gnome.Shell', '/org/gnome/Shell', 'org.gnome.Shell', 'Eval',
                                  GLib.Variant('(s)', (script,)))
         if not succeeded:
-            raise Failure(f'The desktop refused a script: {result}')
+            raise NotYet(f'The desktop refused a script: {result}')
         return json.loads(result) if result else None
 
     def screenshot(self, path):

@@ -19,15 +19,22 @@ class Failure(Exception):
     """Something did not work out; the text is a sentence for the user."""
 
 
+class NotYet(Failure):
+    """Nobody answered as they should; while something is waited for, that is no reason to give up."""
+
+
 def wait_until(condition, seconds, failure):
     """Gives the condition's first true result; raises a Failure when none comes in time."""
     deadline = time.monotonic() + seconds
     while True:
-        if result := condition():
-            return result
+        try:
+            if result := condition():
+                return result
+        except NotYet as reason:
+            failure = f'{failure} ({reason})' if time.monotonic() > deadline else failure
         if time.monotonic() > deadline:
             raise Failure(failure)
-        time.sleep(0.05)
+        time.sleep(0.1)
 
 
 def _end_with_parent():
