@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr QByteArrayView endOfHead = "\r\n\r\n";
-constexpr qsizetype longestHead = 64 * 1024;
+constexpr qsizetype longestHead = 65'536;
 
 QByteArray reasonPhrase(int status)
 {
@@ -94,7 +94,7 @@ ServedReply AccountServer::answer(const QUrl &url)
 {
     if (!GraphService::serves(url))
         return ProductSite::answer(url, origin(), minutes());
-    const ServedReply reply = m_graph.answer(url, {.minutes = minutes(), .callsInLastHour = countCall()});
+    ServedReply reply = m_graph.answer(url, {.minutes = minutes(), .callsInLastHour = countCall()});
     if (!m_beginning && reply.status == 200)
         m_beginning = secondsSince1970();
     return reply;

@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 int main(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
-    AccountServer server(AccountStory(QDate::currentDate()));
+    AccountServer server{AccountStory(QDate::currentDate())};
     if (!server.listen(DemoWorld::port)) {
         QTextStream(stderr) << u"The demo account cannot be served: port %1 on loopback is not free (%2).\n"_s.arg(
             QString::number(DemoWorld::port), server.errorString());

@@ -26,7 +26,8 @@ def scenes(write_credentials):
         Scene('1-setup', 'Nothing is configured yet', lambda label, rows: label == '⚪ Setup'),
         Scene('2-delivering', 'Credentials appear, and with them the figures',
               lambda label, rows: label.startswith('🟢') and '👁️ Impressions: 0' not in rows, write_credentials),
-        Scene('3-stopped', 'Nothing has been delivered for more than a quarter of an hour', lambda label, rows: label.startswith('🔴')),
+        Scene('3-stopped', 'Nothing has been delivered for more than a quarter of an hour',
+              lambda label, rows: label.startswith('🔴')),
         Scene('4-token-expired', 'The access token has expired', lambda label, rows: label == '⚪ ERR'),
     ]
 
