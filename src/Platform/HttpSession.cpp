@@ -14,6 +14,8 @@
 #include <QPointer>
 #include <QScopedValueRollback>
 
+#include <optional>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -66,6 +68,13 @@ bool wasServed(const QNetworkReply &reply)
     return reply.error() != QNetworkReply::UnknownContentError || reply.errorString().contains(reply.url().toString());
 }
 
+/// Qt does not always notice that a body ended before its announced length.
+bool isCutShort(const QNetworkReply &reply)
+{
+    const QVariant announced = reply.header(QNetworkRequest::ContentLengthHeader); // none where Qt decompressed
+    return announced.isValid() && reply.bytesAvailable() < announced.toLongLong();
+}
+
 /// Qt's own error text quotes the whole address, access token included, so every text here is ours.
 QString describe(QNetworkReply::NetworkError error)
 {
@@ -99,6 +108,16 @@ QString describe(QNetworkReply::NetworkError error)
     default:
         return u"The server’s reply could not be read."_s;
     }
+}
+
+/// What the user is told of the transfer; nothing where the whole body arrived.
+std::optional<QString> failureOf(const QNetworkReply &reply)
+{
+    if (!wasServed(reply))
+        return describe(reply.error());
+    if (isCutShort(reply))
+        return describe(QNetworkReply::RemoteHostClosedError);
+    return {};
 }
 
 } // namespace
@@ -138,15 +157,13 @@ QCoro::Task<tl::expected<QByteArray, TransferError>> HttpSession::data(QUrl url)
 
     if (m_cancelling)
         co_return tl::unexpected(TransferError{.description = u"Cancelled."_s, .cancelled = true});
-    if (wasServed(*reply) && reply->bytesAvailable() <= maximumBodySize) {
-        forgetDeadConnections();
-        co_return reply->readAll();
-    }
-    m_connectionsSuspect = true;
+    const bool fits = !tooLarge && reply->bytesAvailable() <= maximumBodySize;
+    const std::optional<QString> failure = fits ? failureOf(*reply) : u"The server’s reply is too large."_s;
+    m_connectionsSuspect = m_connectionsSuspect || failure;
     forgetDeadConnections();
-    if (tooLarge || wasServed(*reply))
-        co_return tl::unexpected(TransferError{.description = u"The server’s reply is too large."_s});
-    co_return tl::unexpected(TransferError{.description = describe(reply->error())});
+    if (failure)
+        co_return tl::unexpected(TransferError{.description = *failure});
+    co_return reply->readAll();
 }
 
 void HttpSession::forgetDeadConnections()

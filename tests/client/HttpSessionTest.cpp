@@ -89,15 +89,32 @@ private Q_SLOTS:
             << Reply::raw("HTTP/1.1 400 Bad\r\nContent-Length: 100\r\n\r\n" + body) << lost;
         QTest::newRow("cut short between chunks")
             << Reply::raw("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n2\r\n{}\r\n") << lost;
+        QTest::newRow("cut short between chunks with an error status")
+            << Reply::raw("HTTP/1.1 400 Bad\r\nTransfer-Encoding: chunked\r\n\r\n2\r\n{}\r\n") << lost;
+        QTest::newRow("cut short within a chunk with an error status")
+            << Reply::raw("HTTP/1.1 500 Bad\r\nTransfer-Encoding: chunked\r\n\r\n9\r\n{}") << lost;
         QTest::newRow("closed before a reply") << Reply::raw("") << lost;
         QTest::newRow("reset") << Reply::reset() << lost;
     }
 
+    /// Over TLS, as every transfer of the product: on a bare socket Qt 6.4 takes a chunked body that breaks off
+    /// for a whole one now and then.
     void aTransferThatBreaksOffIsNoBody()
     {
+        m_service = std::make_unique<LoopbackService>(LoopbackService::Transport::Tls);
         QFETCH(const Reply, reply);
         m_service->answerAll(reply);
         QTEST(fetch(address()), "description");
+    }
+
+    void aBodyShorterThanAnnouncedIsNoBodyOnABareSocketEither()
+    {
+        for (const char *status : {"200 OK", "400 Bad", "500 Bad"}) {
+            m_service->answerAll(
+                Reply::raw("HTTP/1.1 " + QByteArray(status) + "\r\nContent-Length: 100\r\n\r\n" + body));
+            for (int i = 0; i < 10; ++i)
+                QCOMPARE(fetch(address()), u"failed: The connection was lost."_s);
+        }
     }
 
     void aBrokenCompressedBodyIsNoBody_data()

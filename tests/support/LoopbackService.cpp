@@ -5,13 +5,56 @@
 
 #include "TestDeployment.h"
 
+#include <QFile>
+#include <QProcess>
+#include <QSslConfiguration>
+#include <QSslKey>
+#include <QSslServer>
 #include <QTcpSocket>
+#include <QTemporaryDir>
 
 #include <algorithm>
-#include <array>
+#include <map>
 #include <sys/socket.h>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+/// An authority of its own for "localhost", made once a process, that every client of the process trusts.
+QSslConfiguration tlsConfiguration()
+{
+    static const QTemporaryDir directory;
+    const QString key = directory.filePath(u"key.pem"_s);
+    const QString certificate = directory.filePath(u"certificate.pem"_s);
+    if (!QFile::exists(certificate)) {
+        const QStringList arguments{u"req"_s, u"-x509"_s, u"-newkey"_s, u"ec"_s, u"-pkeyopt"_s,
+            u"ec_paramgen_curve:prime256v1"_s, u"-nodes"_s, u"-subj"_s, u"/CN=localhost"_s, u"-addext"_s,
+            u"subjectAltName=DNS:localhost"_s, u"-keyout"_s, key, u"-out"_s, certificate};
+        QProcess openssl;
+        openssl.start(u"openssl"_s, arguments);
+        if (!openssl.waitForFinished() || openssl.exitCode() != 0)
+            qFatal("openssl made no certificate");
+        QSslConfiguration trusting = QSslConfiguration::defaultConfiguration();
+        trusting.addCaCertificates(certificate);
+        QSslConfiguration::setDefaultConfiguration(trusting);
+    }
+    QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
+    configuration.setLocalCertificate(QSslCertificate::fromPath(certificate).value(0));
+    QFile keyFile(key);
+    if (keyFile.open(QIODevice::ReadOnly))
+        configuration.setPrivateKey(QSslKey(&keyFile, QSsl::Ec));
+    return configuration;
+}
+
+std::unique_ptr<QTcpServer> tlsServer()
+{
+    auto server = std::make_unique<QSslServer>();
+    server->setSslConfiguration(tlsConfiguration());
+    return server;
+}
+
+} // namespace
 
 LoopbackService::Reply LoopbackService::Reply::whole(const QByteArray &body, int status, const QByteArray &extraHeaders)
 {
@@ -20,15 +63,17 @@ LoopbackService::Reply LoopbackService::Reply::whole(const QByteArray &body, int
         .then = Then::KeepAlive};
 }
 
-LoopbackService::LoopbackService()
+LoopbackService::LoopbackService(Transport transport)
+    : m_server(transport == Transport::Tls ? tlsServer() : std::make_unique<QTcpServer>()), m_transport(transport)
 {
     answerAll(Reply::whole("{}"));
-    connect(&m_server, &QTcpServer::newConnection, this, &LoopbackService::accept);
+    connect(m_server.get(), &QTcpServer::pendingConnectionAvailable, this, &LoopbackService::accept);
     // One port for all tests of a program: the update checker makes its address once.
-    static quint16 port = 0;
-    if (!m_server.listen(QHostAddress::LocalHost, port))
+    static std::map<Transport, quint16> ports;
+    quint16 &port = ports[m_transport];
+    if (!m_server->listen(QHostAddress::LocalHost, port))
         qFatal("cannot listen on loopback");
-    port = m_server.serverPort();
+    port = m_server->serverPort();
     TestDeployment::setOrigin(origin());
 }
 
@@ -53,11 +98,15 @@ qsizetype LoopbackService::requestsWith(const QByteArray &text) const
     return std::ranges::count_if(m_requests, [&](const Request &request) { return request.target.contains(text); });
 }
 
-QString LoopbackService::origin() const { return u"http://127.0.0.1:%1"_s.arg(m_server.serverPort()); }
+QString LoopbackService::origin() const
+{
+    return (m_transport == Transport::Tls ? u"https://localhost:%1"_s : u"http://127.0.0.1:%1"_s)
+        .arg(m_server->serverPort());
+}
 
 void LoopbackService::accept()
 {
-    while (QTcpSocket *const socket = m_server.nextPendingConnection()) {
+    while (QTcpSocket *const socket = m_server->nextPendingConnection()) {
         ++m_connections;
         connect(socket, &QTcpSocket::readyRead, this, [=, this] { receive(socket); });
         connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);

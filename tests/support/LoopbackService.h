@@ -9,6 +9,7 @@
 #include <QTcpServer>
 
 #include <functional>
+#include <memory>
 
 class QTcpSocket;
 
@@ -38,7 +39,9 @@ public:
 
     using Answer = std::function<Reply(const Request &)>;
 
-    LoopbackService();
+    enum class Transport { Plain, Tls };
+
+    explicit LoopbackService(Transport transport = Transport::Plain);
     ~LoopbackService() override;
 
     /// Decides the reply to every request from now on. At first every request gets "{}".
@@ -62,7 +65,8 @@ private:
     void receive(QTcpSocket *socket);
     void send(QTcpSocket *socket, const Reply &reply);
 
-    QTcpServer m_server;
+    std::unique_ptr<QTcpServer> m_server;
+    Transport m_transport;
     Answer m_answer;
     QList<Request> m_requests;
     int m_connections = 0;
