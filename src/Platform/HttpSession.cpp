@@ -125,12 +125,16 @@ std::optional<QString> failureOf(const QNetworkReply &reply)
 HttpSession &HttpSession::shared()
 {
     static QPointer<HttpSession> session;
-    if (!session)
-        session = new HttpSession(QCoreApplication::instance());
+    if (!session) {
+        session = new HttpSession;
+        // Not a child of the application: those go when it is no longer there, and Qt's network thread asks for
+        // it while it closes its TLS connections.
+        qAddPostRoutine([] { delete session; });
+    }
     return *session;
 }
 
-HttpSession::HttpSession(QObject *parent) : QObject(parent), m_manager(std::make_unique<QNetworkAccessManager>())
+HttpSession::HttpSession() : m_manager(std::make_unique<QNetworkAccessManager>())
 {
     // Set either way, because the default differs between builds of Qt.
     QNetworkProxyFactory::setUseSystemConfiguration(true);

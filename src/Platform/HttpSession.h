@@ -31,7 +31,7 @@ public:
 
     ~HttpSession() override;
 
-    /// The one session of the process; it goes with the application object.
+    /// The one session of the process; it goes just before the application object.
     static HttpSession &shared();
 
     /// Fetches the address with a plain GET and gives the whole body, whatever its HTTP status.
@@ -41,7 +41,7 @@ public:
     void cancelAll();
 
 private:
-    explicit HttpSession(QObject *parent);
+    HttpSession();
 
     void forgetDeadConnections();
 
