@@ -1,0 +1,68 @@
+# SPDX-FileCopyrightText: 2026 The Vantelo authors
+# SPDX-License-Identifier: MIT
+"""A private corner of the machine, in which the real host names lead to this test's own servers.
+
+It has a loopback interface and nothing else, so no byte can leave; its own process numbers, so that every
+process in it dies with the first; and its own mounts, so that nothing of it stays behind.
+"""
+
+import fcntl
+import os
+import socket
+import struct
+import subprocess
+import sys
+from pathlib import Path
+
+INSIDE = "--inside"
+NOT_RUN = 77  # the exit code that stands for "skipped"
+
+_UNSHARE = ["unshare", "--user", "--map-root-user", "--net", "--mount", "--pid", "--fork", "--kill-child",
+            "--mount-proc"]
+_PRIVATE_FOLDER = Path("/run")  # a fresh file system hides the system's own sockets there, a name cache's included
+_MOUNT_PRIVATE_FOLDER = ["mount", "-t", "tmpfs", "-o", "mode=0700", "none", str(_PRIVATE_FOLDER)]
+
+
+def enter():
+    """Runs the script again inside, and does not return until it is there."""
+    if INSIDE in sys.argv:
+        sys.argv.remove(INSIDE)
+        subprocess.run(_MOUNT_PRIVATE_FOLDER, check=True)
+        return
+    probe = subprocess.run([*_UNSHARE, *_MOUNT_PRIVATE_FOLDER], capture_output=True, text=True)
+    if probe.returncode == 0:
+        os.execvp(_UNSHARE[0], [*_UNSHARE, sys.executable, *sys.argv, INSIDE])
+    reason = f"this system does not let the test make a network namespace ({probe.stderr.strip()})"
+    if os.environ.get("CI"):
+        sys.exit(f"FAILED: {reason}, and in CI it has to run.")
+    print(f"NOT RUN: {reason}.")
+    sys.exit(NOT_RUN)
+
+
+def furnish(addresses, trusted_certificates):
+    """Brings up loopback, gives the names their addresses, and makes the folder the only trust store."""
+    _bring_up_loopback()
+    hosts = private_folder("hosts") / "hosts"
+    hosts.write_text("127.0.0.1 localhost\n" + "".join(f"{ip} {name}\n" for name, ip in addresses.items()))
+    _mount_over("/etc/hosts", hosts)
+    names = hosts.with_name("nsswitch.conf")
+    names.write_text("passwd: files\ngroup: files\nhosts: files\n")
+    _mount_over("/etc/nsswitch.conf", names)
+    _mount_over("/etc/ssl/certs", trusted_certificates)
+
+
+def private_folder(name):
+    """A folder for this user alone; it lives in memory and goes with the namespace."""
+    folder = _PRIVATE_FOLDER / name
+    folder.mkdir(mode=0o700, exist_ok=True)
+    return folder
+
+
+def _mount_over(place, source):
+    subprocess.run(["mount", "--bind", str(source), os.path.realpath(place)], check=True)
+
+
+def _bring_up_loopback():
+    set_interface_flags, up_and_running = 0x8914, 0x1 | 0x40
+    with socket.socket(socket.AF_INET, socket.SOCK_DGRAM) as any_socket:
+        fcntl.ioctl(any_socket, set_interface_flags, struct.pack("16sh14x", b"lo", up_and_running))

@@ -1,0 +1,137 @@
+# SPDX-FileCopyrightText: 2026 The Vantelo authors
+# SPDX-License-Identifier: MIT
+"""HTTPS servers that bear the real host names, with certificates of an authority made on the spot."""
+
+import gzip
+import http.server
+import ssl
+import subprocess
+import threading
+from dataclasses import dataclass, field
+
+from events import something_happened
+
+SILENCE = None  # what a service answers that never answers
+
+
+@dataclass(frozen=True)
+class Request:
+    host: str
+    method: str
+    target: str
+    headers: tuple  # (name, value) as received
+    connection: int  # the number of the connection at its host, from 1
+
+
+@dataclass
+class Reply:
+    body: bytes
+    status: int = 200
+    headers: dict = field(default_factory=dict)
+
+
+class Authority:
+    """A certificate authority in a folder of its own, which can serve as trust store."""
+
+    def __init__(self, folder, name):
+        self._keys = folder
+        self.store = folder / "store"
+        self.store.mkdir()
+        self._certificate = self.store / "ca-certificates.crt"
+        self._key = folder / "authority.key"
+        _openssl("req", "-x509", *_NEW_KEY, "-keyout", self._key, "-out", self._certificate, "-subj", f"/CN={name}",
+                 "-addext", "keyUsage=critical,keyCertSign")
+        _openssl("rehash", self.store)  # some readers look for certificates by the hash of their name
+
+    def server_context(self, host):
+        """A TLS server configuration with a fresh certificate for the host."""
+        certificate, key = self._keys / f"{host}.crt", self._keys / f"{host}.key"
+        _openssl("req", "-x509", *_NEW_KEY, "-keyout", key, "-out", certificate, "-subj", f"/CN={host}",
+                 "-CA", self._certificate, "-CAkey", self._key, "-addext", f"subjectAltName=DNS:{host}",
+                 "-addext", "basicConstraints=critical,CA:FALSE")
+        context = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER)
+        context.load_cert_chain(certificate, key)
+        return context
+
+
+_NEW_KEY = ["-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:prime256v1", "-nodes", "-days", "2"]
+
+
+def _openssl(*arguments):
+    subprocess.run(["openssl", *map(str, arguments)], check=True, capture_output=True)
+
+
+class TlsService:
+    """One HTTPS server on port 443. It answers as `answer(request)` says and writes every request to the journal."""
+
+    def __init__(self, host, address, context, journal):
+        self.host = host
+        self.context = context  # may be exchanged; later connections get the new one
+        self.journal = journal
+        self.answer = lambda request: Reply(b"", status=404)
+        self.connections = 0  # accepted
+        self.handshakes = 0  # brought to an end
+        self._lock = threading.Lock()
+        self._closing = threading.Event()
+        self._server = _Server((address, 443), _Handler)
+        self._server.service = self
+        threading.Thread(target=self._server.serve_forever, daemon=True).start()
+
+    def close(self):
+        self._closing.set()
+        self._server.shutdown()
+        self._server.server_close()
+
+    def count(self, counter):
+        with self._lock:
+            setattr(self, counter, getattr(self, counter) + 1)
+            return getattr(self, counter)
+
+    def reply_to(self, request):
+        self.journal.append(request)  # atomic
+        reply = self.answer(request)
+        something_happened()
+        if reply is SILENCE:
+            self._closing.wait()
+        return reply
+
+
+class _Server(http.server.ThreadingHTTPServer):
+    daemon_threads = True
+    block_on_close = False
+
+    def handle_error(self, request, client_address):
+        pass  # a client that hangs up is no failure of the server; the steps judge the client by its deeds
+
+
+class _Handler(http.server.BaseHTTPRequestHandler):
+    protocol_version = "HTTP/1.1"  # connections stay open
+    wbufsize = -1  # head and body in one piece
+    disable_nagle_algorithm = True
+
+    def setup(self):
+        service = self.server.service
+        self._connection = service.count("connections")
+        self.request = service.context.wrap_socket(self.request, server_side=True)
+        service.count("handshakes")
+        super().setup()
+
+    def do_GET(self):
+        service = self.server.service
+        reply = service.reply_to(Request(service.host, self.command, self.path, tuple(self.headers.items()),
+                                         self._connection))
+        if reply is SILENCE:
+            self.close_connection = True
+            return
+        body = gzip.compress(reply.body)  # as the service does
+        self.send_response(reply.status)
+        for name, value in {"Content-Encoding": "gzip", "Content-Length": str(len(body)), **reply.headers}.items():
+            self.send_header(name, value)
+        self.end_headers()
+        if self.command != "HEAD":
+            self.wfile.write(body)
+
+    do_HEAD = do_POST = do_PUT = do_DELETE = do_OPTIONS = do_PATCH = do_GET  # to be written down and found wrong
+
+    def log_message(self, *_):
+        pass

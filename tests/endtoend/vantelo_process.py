@@ -1,0 +1,99 @@
+# SPDX-FileCopyrightText: 2026 The Vantelo authors
+# SPDX-License-Identifier: MIT
+"""The program under test as a process, and its preference file as another program sees it."""
+
+import configparser
+import stat
+import subprocess
+import threading
+import time
+
+from events import Failure, Recording, expect, something_happened, wait_until
+
+
+class VanteloProcess:
+    """One run of the program. Leaving the `with` block ends it by SIGTERM, unless it has ended before."""
+
+    runs = []  # every run so far, so that what all of them wrote can be searched
+
+    def __init__(self, binary, environment):
+        self.runs.append(self)
+        self.started = time.monotonic()
+        self._process = subprocess.Popen([binary], env=environment, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+                                         stderr=subprocess.STDOUT)
+        self._output = Recording(self._process.stdout)
+        threading.Thread(target=self._wait, daemon=True).start()
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, exception_type, *_):
+        if exception_type:
+            self._process.kill()
+            return
+        if not self.ended:
+            self._process.terminate()
+            self.expect_orderly_end("after SIGTERM")
+
+    @property
+    def ended(self):
+        return self._process.poll() is not None
+
+    @property
+    def pid(self):
+        return self._process.pid
+
+    @property
+    def output(self):
+        """What it has written to standard output and standard error."""
+        return self._output.bytes.decode()
+
+    def command_line(self):
+        with open(f"/proc/{self.pid}/cmdline", "rb") as file:
+            return file.read()
+
+    def send(self, signal_number):
+        self._process.send_signal(signal_number)
+
+    def expect_orderly_end(self, when, within=1.0):
+        """Waits for the end with exit code 0; the seconds it took."""
+        asked = time.monotonic()
+        wait_until(lambda: self.ended, f"the end of the program {when}")
+        seconds = time.monotonic() - asked
+        expect(self._process.returncode, 0, f"The exit code {when}")
+        if seconds >= within:
+            raise Failure(f"The program took {seconds:.2f} s to end {when}.")
+        return seconds
+
+    def _wait(self):
+        self._process.wait()
+        something_happened()
+
+
+class PreferenceFile:
+    """Vantelo.conf, read and written without the program's help."""
+
+    def __init__(self, configuration_folder):
+        self.path = configuration_folder / "Vantelo" / "Vantelo.conf"
+
+    def write(self, mode=0o600, **values):
+        self.path.parent.mkdir(mode=0o700, exist_ok=True)
+        file = self._parser()
+        file["General"] = {key: str(value) for key, value in values.items()}
+        with self.path.open("w") as output:
+            file.write(output, space_around_delimiters=False)
+        self.path.chmod(mode)
+
+    def read(self):
+        file = self._parser()
+        file.read(self.path)
+        return dict(file["General"])
+
+    def mode(self):
+        return stat.S_IMODE(self.path.stat().st_mode)
+
+    @staticmethod
+    def _parser():
+        parser = configparser.RawConfigParser()
+        parser.optionxform = str  # keys keep their case
+        return parser
