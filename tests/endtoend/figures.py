@@ -23,10 +23,13 @@ def delivering(impressions, spend="1234.5"):
 
 def figure_rows(spend="$1234.50"):
     """The menu for delivering()."""
-    return ["📊 Today", f"💰 Spend: {spend}", "🔗 Link Clicks: 1,087", "💲 CPC: $1.14", DIVIDER,
-            "📅 Last 7 Days", "💰 Spend: $5339.50", "👁️ Impressions: 361,324", "🔁 Frequency: 2.00",
-            "👥 Reach: 180,662", "💲 CPC: $0.12", "📈 CTR: 1.23%", "🎯 Results: 5", "💵 Cost/Result: $1067.90", DIVIDER,
-            "Open Ads Manager", "🔄 Refresh", DIVIDER, "Settings…", "Check for Updates…", *FOOTER]
+    return [
+        "📊 Today", f"💰 Spend: {spend}", "🔗 Link Clicks: 1,087", "💲 CPC: $1.14", DIVIDER,
+        "📅 Last 7 Days", "💰 Spend: $5339.50", "👁️ Impressions: 361,324", "🔁 Frequency: 2.00",
+        "👥 Reach: 180,662", "💲 CPC: $0.12", "📈 CTR: 1.23%", "🎯 Results: 5", "💵 Cost/Result: $1067.90", DIVIDER,
+        "Open Ads Manager", "🔄 Refresh", DIVIDER,
+        "Settings…", "Check for Updates…", *FOOTER,
+    ]
 
 
 def failing(message, status):

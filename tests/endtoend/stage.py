@@ -7,7 +7,8 @@ import subprocess
 
 import namespace
 from events import Failure, Recording, wait_until
-from tls_service import Authority, Reply, TlsService
+from panel import Panel
+from tls_service import Authority, TlsService
 from vantelo_process import PreferenceFile, VanteloProcess
 
 GRAPH, WEBSITE = "graph.facebook.com", "vantelo.example"
@@ -31,6 +32,7 @@ class Stage:
         self.preferences = PreferenceFile(self.home / ".config")
         self.bus = _session_bus(self.environment)
         self.monitor = BusMonitor(self.environment)
+        self.panel = Panel(self.environment["DBUS_SESSION_BUS_ADDRESS"])
 
     def close(self):
         for service in self.services.values():
@@ -42,10 +44,19 @@ class Stage:
     def start(self, **environment):
         """Runs the program, with an empty journal."""
         self.journal.clear()
+        self.panel.forget()
         return VanteloProcess(self.binary, {**self.environment, **environment})
 
     def wait_for_requests(self, count):
         wait_until(lambda: len(self.journal) >= count, lambda: f"request {count}; so far {self.targets()}")
+
+    def connections(self, since=None):
+        """(connections, TLS handshakes) of each host, or what came since an earlier result; hosts without any are
+        left out."""
+        before = since or {}
+        now = {host: (service.connections, service.handshakes) for host, service in self.services.items()}
+        new = {host: tuple(a - b for a, b in zip(now[host], before.get(host, (0, 0)))) for host in now}
+        return {host: counts for host, counts in new.items() if any(counts)}
 
     def targets(self):
         """What was asked for, as "host /path?query" in order."""

@@ -27,6 +27,7 @@ from vantelo_process import VanteloProcess
 
 TOKEN = "EAAB" + secrets.token_hex(16)
 ACCOUNT = "1234567890"  # stored without "act_"; the request has it
+CREDENTIALS = {"accessToken": TOKEN, "adAccountId": ACCOUNT}
 
 FEED = f"{WEBSITE} /version.json"
 
@@ -41,35 +42,146 @@ START = [TODAY, WEEK, FEED]  # what one start asks for, in this order
 
 
 def without_credentials_it_offers_the_setup(stage):
-    with stage.start():
+    stage.preferences.remove()
+    with stage.start() as program:
+        stage.panel.wait_for_title("⚪ Setup")
+        print(f"    label after {1000 * (time.monotonic() - program.started):.0f} ms")
+        stage.panel.wait_for_rows(SETUP_ROWS)
         stage.wait_for_requests(1)
-        expect(stage.targets(), [FEED], "Requests without credentials")
-        expect(list((stage.home / ".config").iterdir()), [], "Files made although nothing was stored")
+    expect(stage.targets(), [FEED], "Requests without credentials")
+    expect(list((stage.home / ".config").iterdir()), [], "Files made although nothing was stored")
 
 
 def with_credentials_it_shows_the_figures(stage):
-    stage.graph.answer = delivering(impressions=12345)
-    stage.preferences.write(mode=0o644, accessToken=TOKEN, adAccountId=ACCOUNT)
-    before = time.time()
-    with stage.start():
+    stage.preferences.write(mode=0o644, **CREDENTIALS)  # as a careless program would
+    before, connections = time.time(), stage.connections()
+    with stage.start() as program:
+        stage.panel.wait_for_title("🟢 12,345")
+        print(f"    figures after {1000 * (time.monotonic() - program.started):.0f} ms")
         stage.wait_for_requests(3)
-        expect(stage.targets(), START, "Requests of a start")
-        for request in stage.journal:
-            expect_plain_get(request)
+        stage.panel.wait_for_rows(figure_rows())
         expect_remembered(stage, impressions=12345, since=before)
-    expect(stage.targets(), START, "Requests until the program ended")
+        expect_hidden_token(stage, program)
+    expect(stage.targets(), START, "Requests of a start")
+    for request in stage.journal:
+        expect_plain_get(request)
+    expect(stage.connections(since=connections), {GRAPH: (1, 1), WEBSITE: (1, 1)}, "Connections, TLS handshakes")
+
+
+def a_refresh_uses_the_open_connection(stage):
+    with start_and_settle(stage):
+        connections, ids = stage.connections(), stage.panel.row_ids()
+        stage.graph.answer = delivering(impressions=1234567, spend="0.125")
+        stage.panel.click("🔄 Refresh")
+        stage.panel.wait_for_title("🟢 1,234,567")
+        stage.wait_for_requests(5)
+        stage.panel.wait_for_rows(figure_rows(spend="$0.12"))
+        expect(stage.panel.row_ids(), ids, "The rows' identities, which stay while texts change in place")
+    expect(stage.targets(), [*START, TODAY, WEEK], "Requests of a start and a refresh")
+    expect(stage.connections(since=connections), {}, "New connections, TLS handshakes")
+    expect({request.connection for request in stage.journal if request.host == GRAPH},
+           {stage.journal[0].connection}, "The connection of all requests")
+
+
+def a_refresh_after_a_while_makes_one_connection(stage):
+    with start_and_settle(stage):
+        stage.graph.hang_up()
+        stage.website.hang_up()
+        connections = stage.connections()
+        stage.graph.answer = delivering(impressions=12346)
+        stage.panel.click("🔄 Refresh")
+        stage.panel.wait_for_title("🟢 12,346")
+        stage.wait_for_requests(5)
+    expect(stage.connections(since=connections), {GRAPH: (1, 1)}, "New connections, TLS handshakes")
+
+
+def a_count_that_stood_still_shows_red_at_once(stage):
+    long_ago = time.time() - 16 * 60
+    stage.preferences.write(**CREDENTIALS, lastImpressions=12345, lastChangeTimestamp=long_ago)
+    with stage.start():
+        stage.panel.wait_for_title("🔴 12,345")
+        expect(set(stage.panel.titles) - {"⚪ Setup"}, {"🔴 12,345"}, "Titles after the first answer")
+        stage.wait_for_requests(3)
+        stage.panel.wait_for_rows(figure_rows())
+    expect(float(stage.preferences.read()["lastChangeTimestamp"]), long_ago, "The stored time of change")
+
+
+def an_error_shows_the_services_words(stage):
+    words = "(#200) Missing ads_read & <b>ads_management</b> 👨‍👩‍👧‍👦 permission"
+    assert len(words) == 60 + 6  # the family is one character to a reader, seven to Python
+    stage.graph.answer = failing(words + " needed", status=400)
+    with stage.start():
+        stage.panel.wait_for_title("⚪ ERR")
+        stage.wait_for_requests(2)
+        stage.panel.wait_for_rows(error_rows(words))
+    expect(stage.targets(), [TODAY, FEED], "Requests of a start that fails")
+
+
+def a_strangers_certificate_gets_no_request(stage):
+    trusted, stage.graph.context = stage.graph.context, stage.stranger.server_context(GRAPH)
+    try:
+        with stage.start() as program:
+            stage.panel.wait_for_title("⚪ ERR")
+            stage.wait_for_requests(1)
+            stage.panel.wait_for_rows(error_rows("Network error: A secure connection to the server could not b"))
+            expect_hidden_token(stage, program)
+        expect(stage.targets(), [FEED], "Requests")
+    finally:
+        stage.graph.context = trusted
 
 
 def a_newer_release_does_not_hold_up_the_polls(stage):
-    stage.website.answer = release("999.0")
     with start_with_alert(stage):
-        pass
+        stage.graph.answer = delivering(impressions=12346)
+        stage.panel.click("🔄 Refresh")
+        stage.panel.wait_for_title("🟢 12,346")
+        stage.wait_for_requests(5)
+    expect(stage.targets(), [*START, TODAY, WEEK], "Requests around an alert")
 
 
-def start_with_alert(stage):
-    """The program with the alert about a newer release open; Qt's own log tells when its window is drawn."""
-    program = stage.start(QT_LOGGING_RULES="qt.widgets.painting=true")
-    wait_until(lambda: re.search(r"Flushing .* of QMessageBox", program.output), "the alert's window")
+def it_ends_at_once(stage):
+    ways = {
+        "by Quit": lambda program: stage.panel.click("Quit Vantelo"),
+        "by SIGTERM": lambda program: program.send(signal.SIGTERM),
+        "by SIGINT": lambda program: program.send(signal.SIGINT),
+    }
+    for start in [start_and_settle, start_with_request_in_flight, start_with_alert]:
+        for way, end in ways.items():
+            stage.graph.answer = delivering(impressions=12345)
+            with start(stage) as program:
+                end(program)
+                seconds = program.expect_orderly_end(f"{way}, {start.__name__}")
+            print(f"    {way}, {start.__name__.replace('_', ' ')}: {1000 * seconds:.0f} ms")
+
+
+def a_second_launch_leaves_the_field_to_the_first(stage):
+    with start_and_settle(stage) as first:
+        second = VanteloProcess(stage.binary, stage.environment)
+        second.expect_orderly_end("of a second launch")
+        expect(second.output, "", "What the second launch wrote")
+        stage.panel.click("🔄 Refresh")
+        stage.wait_for_requests(5)
+        expect(first.ended, False, "Whether the first has ended")
+    expect(stage.targets(), [*START, TODAY, WEEK], "Requests of two launches and a refresh")
+
+
+def the_token_went_nowhere_else(stage):
+    stage.monitor.stop()
+    messages = stage.monitor.messages()
+    expect("🟢 12,345".encode() in messages, True, "Whether the bus was watched")
+    expect(TOKEN.encode() in messages, False, "Whether the token went over the session bus")
+    for run in VanteloProcess.runs:
+        expect(TOKEN in run.output, False, "Whether the token was written to standard output")
+    holders = [path for path in stage.home.rglob("*") if path.is_file() and TOKEN.encode() in path.read_bytes()]
+    expect(holders, [stage.preferences.path], "Files that hold the token")
+    expect([host for host in ELSEWHERE if stage.services[host].connections], [], "Hosts visited without a click")
+
+
+def start_and_settle(stage):
+    program = stage.start()
+    stage.wait_for_requests(3)
+    stage.panel.wait_for_title("🟢 12,345")
+    stage.panel.wait_for_rows(figure_rows())
     return program
 
 
@@ -77,28 +189,19 @@ def start_with_request_in_flight(stage):
     stage.graph.answer = lambda request: SILENCE
     program = stage.start()
     stage.wait_for_requests(1)
+    stage.panel.wait_for_title("⚪ Setup")
+    stage.panel.wait_for_rows(SETUP_ROWS)
     return program
 
 
-def it_ends_at_once(stage):
-    situations = {"": start_idle, " with a request in flight": start_with_request_in_flight,
-                  " with an alert open": start_with_alert}
-    ways = {"SIGTERM": lambda program: program.send(signal.SIGTERM),
-            "SIGINT": lambda program: program.send(signal.SIGINT)}
-    for situation, start in situations.items():
-        for way, end in ways.items():
-            stage.graph.answer = delivering(impressions=12345)
-            with start(stage) as program:
-                end(program)
-                seconds = program.expect_orderly_end(f"by {way}{situation}")
-                print(f"    by {way}{situation}: {1000 * seconds:.0f} ms")
-
-
-def start_idle(stage):
-    stage.website.answer = release("0.0.1")
-    program = stage.start()
-    stage.wait_for_requests(3)
+def start_with_alert(stage):
+    """A newer release is announced. Qt's own log tells when the alert's window has been drawn."""
     stage.website.answer = release("999.0")
+    program = stage.start(QT_LOGGING_RULES="qt.widgets.painting=true")
+    wait_until(lambda: re.search(r"Flushing .* of QMessageBox", program.output), "the alert's window")
+    stage.panel.wait_for_title("🟢 12,345")
+    stage.panel.wait_for_rows(figure_rows())
+    stage.website.answer = release("0.0.1")
     return program
 
 
@@ -118,11 +221,23 @@ def expect_remembered(stage, impressions, since):
     expect(oct(stage.preferences.mode()), oct(0o600), "The mode of the preference file")
 
 
+def expect_hidden_token(stage, program):
+    expect(TOKEN.encode() in program.command_line(), False, "Whether the token stands on the command line")
+    expect(program.output, "", "What the program wrote")
+
+
 STEPS = [
     without_credentials_it_offers_the_setup,
     with_credentials_it_shows_the_figures,
+    a_refresh_uses_the_open_connection,
+    a_refresh_after_a_while_makes_one_connection,
+    a_count_that_stood_still_shows_red_at_once,
+    an_error_shows_the_services_words,
+    a_strangers_certificate_gets_no_request,
     a_newer_release_does_not_hold_up_the_polls,
     it_ends_at_once,
+    a_second_launch_leaves_the_field_to_the_first,
+    the_token_went_nowhere_else,
 ]
 
 
@@ -136,6 +251,8 @@ def main():
         for step in STEPS:
             print(step.__name__.replace("_", " "), flush=True)
             stage.website.answer = release("0.0.1")
+            stage.graph.answer = delivering(impressions=12345)
+            stage.preferences.write(**CREDENTIALS)
             step(stage)
     except Failure as failure:
         print(f"FAILED: {failure}".replace(TOKEN, "<token>"))

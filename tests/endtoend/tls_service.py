@@ -2,8 +2,10 @@
 # SPDX-License-Identifier: MIT
 """HTTPS servers that bear the real host names, with certificates of an authority made on the spot."""
 
+import contextlib
 import gzip
 import http.server
+import socket
 import ssl
 import subprocess
 import threading
@@ -72,6 +74,7 @@ class TlsService:
         self.connections = 0  # accepted
         self.handshakes = 0  # brought to an end
         self._lock = threading.Lock()
+        self._open = set()
         self._closing = threading.Event()
         self._server = _Server((address, 443), _Handler)
         self._server.service = self
@@ -81,6 +84,21 @@ class TlsService:
         self._closing.set()
         self._server.shutdown()
         self._server.server_close()
+
+    def hang_up(self):
+        """Closes every open connection, as servers do after a minute or so."""
+        with self._lock:
+            for connection in self._open:
+                with contextlib.suppress(OSError):  # the client was quicker
+                    connection.shutdown(socket.SHUT_RDWR)
+
+    def remember(self, connection):
+        with self._lock:
+            self._open.add(connection)
+
+    def forget(self, connection):
+        with self._lock:
+            self._open.discard(connection)
 
     def count(self, counter):
         with self._lock:
@@ -114,7 +132,12 @@ class _Handler(http.server.BaseHTTPRequestHandler):
         self._connection = service.count("connections")
         self.request = service.context.wrap_socket(self.request, server_side=True)
         service.count("handshakes")
+        service.remember(self.request)
         super().setup()
+
+    def finish(self):
+        self.server.service.forget(self.request)
+        super().finish()
 
     def do_GET(self):
         service = self.server.service

@@ -84,6 +84,10 @@ class PreferenceFile:
             file.write(output, space_around_delimiters=False)
         self.path.chmod(mode)
 
+    def remove(self):
+        self.path.unlink(missing_ok=True)
+        self.path.parent.rmdir()
+
     def read(self):
         file = self._parser()
         file.read(self.path)
