@@ -47,6 +47,9 @@ QCoro::Task<qsizetype> Alert::runModal(Alert alert)
 void Alert::dismissAll()
 {
     const auto alerts = openAlerts;
-    for (QMessageBox *box : alerts)
-        box->reject();
+    for (QMessageBox *box : alerts) {
+        // One that was answered a moment ago has told its task already, and a task cannot be told twice.
+        if (box->isVisible())
+            box->reject();
+    }
 }
