@@ -86,7 +86,6 @@ def a_refresh_uses_the_open_connection(stage):
 def a_refresh_after_a_while_makes_one_connection(stage):
     with start_and_settle(stage):
         stage.graph.hang_up()
-        stage.website.hang_up()
         connections = stage.connections()
         stage.graph.answer = delivering(impressions=12346)
         stage.panel.click("🔄 Refresh")
