@@ -32,7 +32,7 @@ class Stage:
         self.preferences = PreferenceFile(self.home / ".config")
         self.bus = _session_bus(self.environment)
         self.monitor = BusMonitor(self.environment)
-        self.panel = Panel(self.environment["DBUS_SESSION_BUS_ADDRESS"])
+        self.panel = Panel()
 
     def close(self):
         for service in self.services.values():

@@ -17,6 +17,7 @@ import time
 from pathlib import Path
 
 sys.dont_write_bytecode = True  # the source tree stays clean
+sys.path.append(str(Path(__file__).resolve().parents[1] / "support"))
 
 import namespace
 from events import Failure, expect, wait_until
