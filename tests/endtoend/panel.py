@@ -3,6 +3,7 @@
 """The panel as the user sees it: what stands in the bar, and the rows of the menu."""
 
 import base64
+import re
 
 from gi.repository import GLib
 
@@ -75,7 +76,7 @@ class Panel:
 def _text(row):
     if row["type"] == "separator":
         return DIVIDER
-    return row["label"].replace("__", "_")  # a single one would mark a keyboard shortcut
+    return re.sub("_(.)", r"\1", row["label"])  # one alone marks a keyboard shortcut and is not shown
 
 
 def _nearest_dot(red, green, blue):

@@ -32,6 +32,9 @@ CREDENTIALS = {"accessToken": TOKEN, "adAccountId": ACCOUNT}
 
 FEED = f"{WEBSITE} /version.json"
 
+# The program's own lines, the log that start_with_alert() asks for, and the offscreen platform on any window.
+EXPECTED_OUTPUT = ("Vantelo: ", "qt.widgets.painting: ", "This plugin does not support propagateSizeHints()")
+
 
 def insights(fields, preset):
     return f"{GRAPH} /v21.0/act_{ACCOUNT}/insights?fields={fields}&date_preset={preset}&access_token={TOKEN}"
@@ -172,6 +175,8 @@ def the_token_went_nowhere_else(stage):
     expect(TOKEN.encode() in messages, False, "Whether the token went over the session bus")
     for run in VanteloProcess.runs:
         expect(TOKEN in run.output, False, "Whether the token was written to standard output")
+        expect([line for line in run.output.splitlines() if not line.startswith(EXPECTED_OUTPUT)], [],
+               "Lines on standard output and error that nobody expects")
     holders = [path for path in stage.home.rglob("*") if path.is_file() and TOKEN.encode() in path.read_bytes()]
     expect(holders, [stage.preferences.path], "Files that hold the token")
     expect([host for host in ELSEWHERE if stage.services[host].connections], [], "Hosts visited without a click")
