@@ -265,6 +265,16 @@ private Q_SLOTS:
         QCOMPARE(m_service->requests().size(), 2);
     }
 
+    void anAlertAnsweredAMomentAgoIsNotDismissed()
+    {
+        serve(feed("1.3.0"));
+        check(false);
+        press(u"Download Now"_s);
+        Alert::dismissAll(); // before the answer has reached the check
+        QTRY_COMPARE(Task::running(), 0);
+        QCOMPARE(m_opened, QList<QUrl>({QUrl(downloadAddress)}));
+    }
+
     void dismissedAlertsEndTheirChecks()
     {
         serve(feed("1.3.0"));
