@@ -104,15 +104,20 @@ private Q_SLOTS:
     {
         const int before = revision();
         m_extra->setRows(setUp());
-        const QJsonArray sent = m_host->takeSignals();
-        QCOMPARE(
-            sent.last(), QJsonObject({{u"member"_s, u"LayoutUpdated"_s}, {u"arguments"_s, QJsonArray{before + 1, 0}}}));
+        // Hosts do not ask again about rows that stay, so these go out as well.
+        const QJsonArray changed{QJsonArray{1, QJsonObject{{u"label"_s, u"⚪ No credentials configured"_s}}}};
+        const QJsonArray expected{
+            QJsonObject{
+                {u"member"_s, u"ItemsPropertiesUpdated"_s}, {u"arguments"_s, QJsonArray{changed, QJsonArray()}}},
+            QJsonObject{{u"member"_s, u"LayoutUpdated"_s}, {u"arguments"_s, QJsonArray{before + 1, 0}}},
+        };
+        QCOMPARE(m_host->takeSignals(), expected);
         QCOMPARE(revision(), before + 1);
-        QTRY_COMPARE(m_host->labels(),
-            QStringList({u"⚪ No credentials configured"_s, u""_s, u"Setup Guide…"_s, u""_s, u"Quit Vantelo"_s}));
+        QTRY_COMPARE(m_host->labels(), QStringList({u"⚪ No credentials configured"_s, u""_s, u"Open Settings…"_s,
+                                           u"Setup Guide…"_s, u""_s, u"Quit Vantelo"_s}));
         m_extra->setRows(figures(u"$1.00"_s));
-        QTRY_COMPARE(m_host->labels().size(), 6);
-        QCOMPARE(m_host->labels().first(2), QStringList({u"📊 Today"_s, u"💰 Spend: $1.00"_s}));
+        QTRY_COMPARE(m_host->labels().value(3), u"Open Ads Manager"_s);
+        QTRY_COMPARE(m_host->labels().first(2), QStringList({u"📊 Today"_s, u"💰 Spend: $1.00"_s}));
         QCOMPARE(revision(), before + 2);
     }
 
@@ -328,6 +333,7 @@ private:
         return {
             MenuRow::line(u"⚪ No credentials configured"_s),
             MenuRow::divider(),
+            MenuRow::button(u"Open Settings…"_s, [] {}),
             MenuRow::button(u"Setup Guide…"_s, [] {}),
             MenuRow::divider(),
             MenuRow::button(u"Quit Vantelo"_s, [this] { ++m_quits; }),
