@@ -1,0 +1,51 @@
+// SPDX-FileCopyrightText: 2026 The Vantelo authors
+// SPDX-License-Identifier: MIT
+
+#include "Platform/TextStyle.h"
+
+#include <QFontDatabase>
+#include <QFontInfo>
+#include <QGuiApplication>
+
+namespace {
+
+double scale(TextStyle style)
+{
+    switch (style) {
+    case TextStyle::Title:
+        return 1.7;
+    case TextStyle::Title2:
+        return 1.35;
+    case TextStyle::Headline:
+    case TextStyle::Body:
+        return 1.0;
+    case TextStyle::Subheadline:
+        return 0.95;
+    case TextStyle::Caption:
+        return 0.9;
+    case TextStyle::Caption2:
+        return 0.85;
+    }
+    return 1.0;
+}
+
+QFont scaled(QFont font, TextStyle style)
+{
+    // Asked of the font that is really used: a system font may be given in pixels.
+    font.setPointSizeF(QFontInfo(QGuiApplication::font()).pointSizeF() * scale(style));
+    return font;
+}
+
+} // namespace
+
+QFont textFont(TextStyle style)
+{
+    QFont font = scaled(QGuiApplication::font(), style);
+    font.setWeight(style == TextStyle::Headline ? QFont::DemiBold : QFont::Normal);
+    return font;
+}
+
+QFont monospacedTextFont(TextStyle style)
+{
+    return scaled(QFontDatabase::systemFont(QFontDatabase::FixedFont), style);
+}
