@@ -45,6 +45,7 @@ VanteloApp::VanteloApp(std::unique_ptr<MenuBarExtra> menuBarExtra)
 VanteloApp::~VanteloApp()
 {
     m_menuBarExtra.reset(); // nobody watches the rest
+    WindowManager::shared().closeAll();
     // Tasks run out rather than being dropped, so that nothing they hold is leaked.
     while (true) {
         HttpSession::shared().cancelAll();

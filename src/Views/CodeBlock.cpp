@@ -1,0 +1,49 @@
+// SPDX-FileCopyrightText: 2026 The Vantelo authors
+// SPDX-License-Identifier: MIT
+
+#include "Views/CodeBlock.h"
+
+#include "Platform/TextStyle.h"
+
+#include <QEvent>
+#include <QPlainTextEdit>
+#include <QTextBlock>
+#include <QVBoxLayout>
+
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+CodeBlock::CodeBlock(const QString &command) : RoundedBox(Theme::Box::Code), m_text(new QPlainTextEdit(command))
+{
+    m_text->setReadOnly(true);
+    m_text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    m_text->setTabChangesFocus(true);
+    m_text->setLineWrapMode(QPlainTextEdit::NoWrap);
+    m_text->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_text->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_text->setFrameShape(QFrame::NoFrame);
+    m_text->viewport()->setAutoFillBackground(false); // the box shows through
+    m_text->document()->setDocumentMargin(Theme::boxPadding);
+    m_text->setAccessibleName(u"Command"_s);
+    auto *const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_text);
+    restyle();
+}
+
+void CodeBlock::changeEvent(QEvent *event)
+{
+    RoundedBox::changeEvent(event);
+    if (event->type() == QEvent::ApplicationFontChange)
+        restyle();
+}
+
+void CodeBlock::restyle()
+{
+    m_text->setFont(monospacedTextFont(TextStyle::Caption));
+    double height = 2.0 * Theme::boxPadding;
+    for (QTextBlock line = m_text->document()->begin(); line.isValid(); line = line.next())
+        height += m_text->document()->documentLayout()->blockBoundingRect(line).height();
+    m_text->setFixedHeight(static_cast<int>(std::ceil(height)));
+}

@@ -1,0 +1,24 @@
+// SPDX-FileCopyrightText: 2026 The Vantelo authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Views/RoundedBox.h"
+
+class QPlainTextEdit;
+
+/// A command to copy. Its lines never wrap: where they are too long they scroll sideways, without scroll bars.
+class CodeBlock : public RoundedBox {
+    Q_OBJECT
+
+public:
+    explicit CodeBlock(const QString &command);
+
+protected:
+    void changeEvent(QEvent *event) override;
+
+private:
+    void restyle();
+
+    QPlainTextEdit *m_text;
+};

@@ -1,0 +1,83 @@
+// SPDX-FileCopyrightText: 2026 The Vantelo authors
+// SPDX-License-Identifier: MIT
+
+#include "Views/MarkedLabel.h"
+
+#include "Platform/SystemSymbol.h"
+
+#include <QEvent>
+#include <QPainter>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int spacing = 8;
+constexpr QChar bullet = u'•';
+
+} // namespace
+
+MarkedLabel::MarkedLabel(const QString &text, TextStyle style) : TextLabel(text, style)
+{
+    setWordWrap(true);
+    setAlignment(Qt::AlignLeft | Qt::AlignTop);
+}
+
+void MarkedLabel::makeRoom()
+{
+    setContentsMargins(markSize().width() + spacing, 0, 0, 0);
+}
+
+void MarkedLabel::changeEvent(QEvent *event)
+{
+    TextLabel::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        makeRoom();
+}
+
+void MarkedLabel::paintEvent(QPaintEvent *event)
+{
+    TextLabel::paintEvent(event);
+    QRect place(QPoint(0, 0), markSize());
+    place.moveTop((fontMetrics().height() - place.height()) / 2);
+    QPainter painter(this);
+    paintMark(painter, place);
+}
+
+BulletLabel::BulletLabel(const QString &text) : MarkedLabel(text, TextStyle::Body)
+{
+    makeRoom();
+}
+
+int BulletLabel::textIndent(const QFontMetrics &metrics)
+{
+    return metrics.horizontalAdvance(bullet) + spacing;
+}
+
+QSize BulletLabel::markSize() const
+{
+    return {fontMetrics().horizontalAdvance(bullet), fontMetrics().height()};
+}
+
+void BulletLabel::paintMark(QPainter &painter, const QRect &place) const
+{
+    painter.setPen(Theme::colour(Theme::Ink::Secondary, palette()));
+    painter.drawText(place, Qt::AlignLeft | Qt::AlignTop, QString(bullet));
+}
+
+SymbolLabel::SymbolLabel(const QString &symbolName, const QString &text, TextStyle style)
+    : MarkedLabel(text, style), m_symbolName(symbolName)
+{
+    makeRoom();
+}
+
+QSize SymbolLabel::markSize() const
+{
+    const int side = fontMetrics().height();
+    return {side, side};
+}
+
+void SymbolLabel::paintMark(QPainter &painter, const QRect &place) const
+{
+    SystemSymbol::paint(painter, m_symbolName, place, Theme::colour(Theme::Ink::Primary, palette()));
+}

@@ -1,0 +1,56 @@
+// SPDX-FileCopyrightText: 2026 The Vantelo authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Views/TextLabel.h"
+
+/// A text, wrapped if need be, with a mark before its first line. The mark is drawn and not spoken.
+class MarkedLabel : public TextLabel {
+    Q_OBJECT
+
+public:
+    MarkedLabel(const QString &text, TextStyle style);
+
+protected:
+    virtual QSize markSize() const = 0;
+    virtual void paintMark(QPainter &painter, const QRect &place) const = 0;
+
+    /// To be called once the mark is known.
+    void makeRoom();
+    void changeEvent(QEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+};
+
+/// "• Text", the bullet in the secondary colour.
+class BulletLabel : public MarkedLabel {
+    Q_OBJECT
+
+public:
+    explicit BulletLabel(const QString &text);
+
+    /// Where the text begins, for lines without a bullet.
+    static int textIndent(const QFontMetrics &metrics);
+
+protected:
+    QSize markSize() const override;
+    void paintMark(QPainter &painter, const QRect &place) const override;
+};
+
+/// A system symbol before a text, both in the same colour.
+class SymbolLabel : public MarkedLabel {
+    Q_OBJECT
+    Q_PROPERTY(QString symbolName READ symbolName CONSTANT)
+
+public:
+    SymbolLabel(const QString &symbolName, const QString &text, TextStyle style);
+
+    const QString &symbolName() const { return m_symbolName; }
+
+protected:
+    QSize markSize() const override;
+    void paintMark(QPainter &painter, const QRect &place) const override;
+
+private:
+    QString m_symbolName;
+};

@@ -1,0 +1,126 @@
+// SPDX-FileCopyrightText: 2026 The Vantelo authors
+// SPDX-License-Identifier: MIT
+
+#include "Views/ResultRow.h"
+
+#include "Platform/SystemSymbol.h"
+#include "Platform/TextStyle.h"
+#include "Views/AccessibleRole.h"
+
+#include <QEvent>
+#include <QPainter>
+#include <QTextLayout>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int spacing = 6;
+constexpr int preferredTextWidth = 300;
+constexpr qsizetype maximumLines = 2;
+// More never fits into two lines; a message may be as long as the service pleases.
+constexpr qsizetype maximumShownLength = 1000;
+
+} // namespace
+
+ResultRow::ResultRow(const QString &symbolName, Theme::Ink ink, int gapBelow) : m_symbolName(symbolName), m_ink(ink)
+{
+    AccessibleRole::give(this, QAccessible::Notification); // spoken when it appears
+    setContentsMargins(0, 0, 0, gapBelow);
+    QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    policy.setHeightForWidth(true);
+    setSizePolicy(policy);
+    setFont(textFont(TextStyle::Caption));
+    hide();
+}
+
+void ResultRow::announce(const QString &text)
+{
+    m_text = text;
+    setAccessibleName(text);
+    updateGeometry();
+    updateToolTip();
+    update();
+    show();
+    QAccessibleEvent alert(this, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
+}
+
+int ResultRow::heightForWidth(int width) const
+{
+    const auto count = static_cast<int>(std::max<qsizetype>(shown(width).lines.size(), 1));
+    return count * fontMetrics().lineSpacing() + contentsMargins().bottom();
+}
+
+QSize ResultRow::sizeHint() const
+{
+    const int width = textLeft() + preferredTextWidth;
+    return {width, heightForWidth(width)};
+}
+
+QSize ResultRow::minimumSizeHint() const
+{
+    return {textLeft(), fontMetrics().lineSpacing()};
+}
+
+void ResultRow::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() != QEvent::ApplicationFontChange)
+        return;
+    setFont(textFont(TextStyle::Caption));
+    updateGeometry();
+}
+
+void ResultRow::paintEvent(QPaintEvent *)
+{
+    const QColor colour = Theme::colour(m_ink, palette());
+    QPainter painter(this);
+    SystemSymbol::paint(painter, m_symbolName, QRectF(0.0, 0.0, symbolSide(), symbolSide()), colour);
+    painter.setPen(colour);
+    int baseline = fontMetrics().ascent();
+    for (const QString &line : shown(width()).lines) {
+        painter.drawText(textLeft(), baseline, line);
+        baseline += fontMetrics().lineSpacing();
+    }
+}
+
+void ResultRow::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    updateToolTip();
+}
+
+void ResultRow::updateToolTip()
+{
+    const QString whole = m_text.first(std::min(m_text.size(), maximumShownLength));
+    setToolTip(shown(width()).cut ? Qt::convertFromPlainText(whole) : QString());
+}
+
+/// What stands on screen at this width.
+ResultRow::Shown ResultRow::shown(int width) const
+{
+    QString text = m_text.first(std::min(m_text.size(), maximumShownLength));
+    text.replace(u'\n', QChar::LineSeparator);
+    QTextLayout layout(text, font());
+    const int textWidth = std::max(width - textLeft(), 1);
+    Shown shown;
+    layout.beginLayout();
+    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+        line.setLineWidth(textWidth);
+        if (shown.lines.size() == maximumLines - 1) {
+            const QString rest = text.mid(line.textStart()).replace(QChar::LineSeparator, u' ');
+            shown.lines.append(fontMetrics().elidedText(rest, Qt::ElideRight, textWidth));
+            shown.cut = shown.lines.constLast() != rest;
+            break;
+        }
+        shown.lines.append(text.mid(line.textStart(), line.textLength()));
+    }
+    layout.endLayout();
+    return shown;
+}
+
+int ResultRow::textLeft() const
+{
+    return symbolSide() + spacing;
+}

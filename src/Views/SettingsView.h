@@ -1,0 +1,45 @@
+// SPDX-FileCopyrightText: 2026 The Vantelo authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QCoroTask>
+#include <QWidget>
+
+#include <memory>
+#include <optional>
+
+class AppState;
+class ProgressButton;
+class QLineEdit;
+class ResultRow;
+class Stepper;
+class TextLabel;
+
+/// The form of the Settings window. Every edit is stored the moment it is made, exactly as it was typed.
+class SettingsView : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit SettingsView(std::shared_ptr<AppState> appState);
+
+private:
+    QWidget *header();
+    QWidget *credentials();
+    QWidget *preferences();
+    QWidget *buttons();
+    QWidget *footer();
+
+    void startTest();
+    void finishTest(const std::optional<QString> &failure);
+    void refreshSoon();
+    void refresh();
+
+    std::shared_ptr<AppState> m_appState;
+    ProgressButton *m_testButton = nullptr;
+    ResultRow *m_failure = nullptr;
+    ResultRow *m_success = nullptr;
+    TextLabel *m_lastRefresh = nullptr;
+    bool m_isTesting = false;
+    bool m_refreshPending = false;
+};

@@ -1,0 +1,38 @@
+// SPDX-FileCopyrightText: 2026 The Vantelo authors
+// SPDX-License-Identifier: MIT
+
+#include "Views/TokenField.h"
+
+#include <QAccessibleWidget>
+
+namespace {
+
+/// A password field without a text interface: the announcements of typed characters have nowhere to go then.
+class AccessibleTokenField : public QAccessibleWidget {
+public:
+    explicit AccessibleTokenField(TokenField *field) : QAccessibleWidget(field, QAccessible::EditableText) {}
+
+    static QAccessibleInterface *make(const QString &, QObject *object)
+    {
+        auto *const field = qobject_cast<TokenField *>(object);
+        return field ? new AccessibleTokenField(field) : nullptr;
+    }
+
+    QAccessible::State state() const override
+    {
+        QAccessible::State state = QAccessibleWidget::state();
+        state.passwordEdit = true;
+        state.editable = true;
+        return state;
+    }
+};
+
+} // namespace
+
+TokenField::TokenField()
+{
+    static const bool installed = (QAccessible::installFactory(&AccessibleTokenField::make), true);
+    Q_UNUSED(installed)
+    setEchoMode(Password);
+    setInputMethodHints(Qt::ImhHiddenText | Qt::ImhSensitiveData | Qt::ImhNoPredictiveText | Qt::ImhNoAutoUppercase);
+}
