@@ -31,8 +31,10 @@ double scale(TextStyle style)
 
 QFont scaled(QFont font, TextStyle style)
 {
-    // Asked of the font that is really used: a system font may be given in pixels.
-    font.setPointSizeF(QFontInfo(QGuiApplication::font()).pointSizeF() * scale(style));
+    const QFont system = QGuiApplication::font();
+    // A font given in pixels knows no size in points itself.
+    const double points = system.pointSizeF() > 0.0 ? system.pointSizeF() : QFontInfo(system).pointSizeF();
+    font.setPointSizeF(points * scale(style));
     return font;
 }
 

@@ -32,11 +32,11 @@ CodeBlock::CodeBlock(const QString &command) : RoundedBox(Theme::Box::Code), m_t
     restyle();
 }
 
-void CodeBlock::changeEvent(QEvent *event)
+bool CodeBlock::event(QEvent *event)
 {
-    RoundedBox::changeEvent(event);
     if (event->type() == QEvent::ApplicationFontChange)
         restyle();
+    return RoundedBox::event(event);
 }
 
 void CodeBlock::restyle()

@@ -15,7 +15,7 @@ public:
     explicit CodeBlock(const QString &command);
 
 protected:
-    void changeEvent(QEvent *event) override;
+    bool event(QEvent *event) override;
 
 private:
     void restyle();

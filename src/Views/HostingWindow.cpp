@@ -6,6 +6,7 @@
 #include "Views/AccessibleRole.h"
 
 #include <QCursor>
+#include <QEvent>
 #include <QGuiApplication>
 #include <QScreen>
 #include <QShortcut>
@@ -59,4 +60,16 @@ void HostingWindow::bringToFront()
     show();
     raise();
     activateWindow();
+}
+
+void HostingWindow::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() != QEvent::FontChange)
+        return;
+    // Qt tells windows alone that the system font has changed; texts in a style of their own have to follow.
+    QEvent changed(QEvent::ApplicationFontChange);
+    const auto children = findChildren<QWidget *>();
+    for (QWidget *child : children)
+        QCoreApplication::sendEvent(child, &changed);
 }

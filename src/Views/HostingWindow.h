@@ -20,4 +20,7 @@ public:
     /// Puts the window in the centre of the screen that the user is at.
     void centre();
     void bringToFront();
+
+protected:
+    void changeEvent(QEvent *event) override;
 };

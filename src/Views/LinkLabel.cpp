@@ -34,11 +34,11 @@ QSize LinkLabel::sizeHint() const
     return fontMetrics().size(Qt::TextSingleLine, text());
 }
 
-void LinkLabel::changeEvent(QEvent *event)
+bool LinkLabel::event(QEvent *event)
 {
-    QAbstractButton::changeEvent(event);
     if (event->type() == QEvent::ApplicationFontChange)
         restyle();
+    return QAbstractButton::event(event);
 }
 
 void LinkLabel::keyPressEvent(QKeyEvent *event)

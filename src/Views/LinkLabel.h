@@ -18,7 +18,7 @@ public:
     QSize sizeHint() const override;
 
 protected:
-    void changeEvent(QEvent *event) override;
+    bool event(QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 

@@ -63,13 +63,13 @@ QSize ResultRow::minimumSizeHint() const
     return {textLeft(), fontMetrics().lineSpacing()};
 }
 
-void ResultRow::changeEvent(QEvent *event)
+bool ResultRow::event(QEvent *event)
 {
-    QWidget::changeEvent(event);
-    if (event->type() != QEvent::ApplicationFontChange)
-        return;
-    setFont(textFont(TextStyle::Caption));
-    updateGeometry();
+    if (event->type() == QEvent::ApplicationFontChange) {
+        setFont(textFont(TextStyle::Caption));
+        updateGeometry();
+    }
+    return QWidget::event(event);
 }
 
 void ResultRow::paintEvent(QPaintEvent *)

@@ -49,6 +49,12 @@ QLayout *labelled(const QString &caption, QLineEdit *field)
     return column;
 }
 
+/// Some styles leave the text of a push button hardly any room.
+void giveRoom(QPushButton *button)
+{
+    button->setMinimumWidth(button->fontMetrics().horizontalAdvance(button->text()) + 32);
+}
+
 QString shortTime(const QTime &time)
 {
     const QLocale locale = QLocale::system();
@@ -137,9 +143,11 @@ QWidget *SettingsView::preferences()
 
 QWidget *SettingsView::buttons()
 {
-    m_testButton = new ProgressButton;
+    m_testButton = new ProgressButton(u"Test Connection"_s);
     connect(m_testButton, &QPushButton::clicked, this, &SettingsView::startTest);
+    giveRoom(m_testButton);
     auto *const guide = new QPushButton(u"Setup Guide"_s);
+    giveRoom(guide);
     connect(guide, &QPushButton::clicked, this, [] { WindowManager::shared().openSetupGuide(); });
 
     auto *const buttons = new QWidget;

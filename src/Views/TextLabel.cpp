@@ -34,11 +34,16 @@ void TextLabel::setWeight(QFont::Weight weight)
     restyle();
 }
 
+bool TextLabel::event(QEvent *event)
+{
+    if (event->type() == QEvent::ApplicationFontChange)
+        restyle();
+    return QLabel::event(event);
+}
+
 void TextLabel::changeEvent(QEvent *event)
 {
     QLabel::changeEvent(event);
-    if (event->type() == QEvent::ApplicationFontChange)
-        restyle();
     if (event->type() == QEvent::PaletteChange)
         recolour();
 }

@@ -19,6 +19,7 @@ public:
     void setWeight(QFont::Weight weight);
 
 protected:
+    bool event(QEvent *event) override;
     void changeEvent(QEvent *event) override;
 
 private:

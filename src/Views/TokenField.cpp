@@ -4,6 +4,7 @@
 #include "Views/TokenField.h"
 
 #include <QAccessibleWidget>
+#include <QKeyEvent>
 
 namespace {
 
@@ -35,4 +36,25 @@ TokenField::TokenField()
     Q_UNUSED(installed)
     setEchoMode(Password);
     setInputMethodHints(Qt::ImhHiddenText | Qt::ImhSensitiveData | Qt::ImhNoPredictiveText | Qt::ImhNoAutoUppercase);
+}
+
+QVariant TokenField::inputMethodQuery(Qt::InputMethodQuery query) const
+{
+    switch (query) {
+    case Qt::ImSurroundingText:
+    case Qt::ImTextBeforeCursor:
+    case Qt::ImTextAfterCursor:
+    case Qt::ImCurrentSelection:
+        return QString();
+    default:
+        return QLineEdit::inputMethodQuery(query);
+    }
+}
+
+void TokenField::keyPressEvent(QKeyEvent *event)
+{
+    // Nothing of a masked text reaches the clipboard, so cutting would only delete.
+    if (event->matches(QKeySequence::Cut))
+        return;
+    QLineEdit::keyPressEvent(event);
 }

@@ -12,4 +12,9 @@ class TokenField : public QLineEdit {
 
 public:
     TokenField();
+
+    QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
 };
