@@ -42,7 +42,8 @@ bool CodeBlock::event(QEvent *event)
 void CodeBlock::restyle()
 {
     m_text->setFont(monospacedTextFont(TextStyle::Caption));
-    double height = 2.0 * Theme::boxPadding;
+    // The last line's rectangle has the padding below; one pixel less and the editor would scroll by a line.
+    double height = Theme::boxPadding + 1.0;
     for (QTextBlock line = m_text->document()->begin(); line.isValid(); line = line.next())
         height += m_text->document()->documentLayout()->blockBoundingRect(line).height();
     m_text->setFixedHeight(static_cast<int>(std::ceil(height)));

@@ -21,6 +21,13 @@ constexpr qsizetype maximumLines = 2;
 // More never fits into two lines; a message may be as long as the service pleases.
 constexpr qsizetype maximumShownLength = 1000;
 
+QTextOption wrapping()
+{
+    QTextOption option;
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    return option;
+}
+
 } // namespace
 
 ResultRow::ResultRow(const QString &symbolName, Theme::Ink ink, int gapBelow) : m_symbolName(symbolName), m_ink(ink)
@@ -94,7 +101,7 @@ void ResultRow::resizeEvent(QResizeEvent *event)
 void ResultRow::updateToolTip()
 {
     const QString whole = m_text.first(std::min(m_text.size(), maximumShownLength));
-    setToolTip(shown(width()).cut ? Qt::convertFromPlainText(whole) : QString());
+    setToolTip(shown(width()).cut ? Qt::convertFromPlainText(whole, Qt::WhiteSpaceNormal) : QString());
 }
 
 /// What stands on screen at this width.
@@ -103,6 +110,7 @@ ResultRow::Shown ResultRow::shown(int width) const
     QString text = m_text.first(std::min(m_text.size(), maximumShownLength));
     text.replace(u'\n', QChar::LineSeparator);
     QTextLayout layout(text, font());
+    layout.setTextOption(wrapping());
     const int textWidth = std::max(width - textLeft(), 1);
     Shown shown;
     layout.beginLayout();

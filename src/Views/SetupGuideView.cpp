@@ -148,7 +148,6 @@ SetupGuideView::SetupGuideView()
 {
     setMinimumSize(550, 600);
     setFrameShape(NoFrame);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setWidgetResizable(true);
     setWidget(page());
 }
