@@ -2,8 +2,9 @@
 // SPDX-License-Identifier: MIT
 
 // Opens both windows with made-up credentials and figures, for screen readers and screenshots to look at:
-//   BothWindows [--dark] [--points <size of the system font>] [--save <folder>]
-// With --save it leaves pictures of the windows in the folder and ends.
+//   BothWindows [--dark] [--points <size of the system font>] [--failure <message>] [--save <folder>]
+// With --failure the service reports this error. With --save the program tests the connection, leaves pictures of
+// the windows in the folder and ends.
 
 #include "App/AppState.h"
 #include "LoopbackService.h"
@@ -73,9 +74,10 @@ int main(int argc, char **argv)
     const auto state = AppState::create();
     WindowManager::shared().openSetupGuide();
     WindowManager::shared().openSettings(state);
-    QTimer::singleShot(500, &application, pressTestConnection);
-    if (parser.isSet(u"save"_s))
+    if (parser.isSet(u"save"_s)) {
+        QTimer::singleShot(500, &application, pressTestConnection);
         QTimer::singleShot(1500, &application, [&] { savePictures(parser.value(u"save"_s)); });
+    }
     const int code = QApplication::exec();
     WindowManager::shared().closeAll();
     return code;
