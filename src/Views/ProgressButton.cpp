@@ -41,6 +41,8 @@ void ProgressButton::setSpinning(bool spinning)
         setIcon({});
         return;
     }
+    const int side = fontMetrics().ascent(); // lower than the text, so that the button keeps its height
+    setIconSize({side, side});
     m_turn = 0;
     drawWheel();
     m_timer.start(std::chrono::milliseconds(100ms).count(), this);

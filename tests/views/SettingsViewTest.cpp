@@ -540,8 +540,11 @@ void SettingsViewTest::aRunningTestShowsAWheelAndDisablesTheButton()
     openWithCredentials();
     m_service->answerAll(LoopbackService::Reply::silence());
     QVERIFY(!testButton()->property("spinning").toBool());
+    const QSize size = testButton()->size();
     QTest::mouseClick(testButton(), Qt::LeftButton);
     QCOMPARE(testButton()->text(), u"Testing…"_s);
+    QCoreApplication::processEvents();
+    QCOMPARE(testButton()->size(), size);
     QVERIFY(!testButton()->isEnabled());
     QVERIFY(testButton()->property("spinning").toBool());
     const QImage before = testButton()->grab().toImage();
