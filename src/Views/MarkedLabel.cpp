@@ -8,6 +8,8 @@
 #include <QEvent>
 #include <QPainter>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -65,8 +67,8 @@ void BulletLabel::paintMark(QPainter &painter, const QRect &place) const
     painter.drawText(place, Qt::AlignLeft | Qt::AlignTop, QString(bullet));
 }
 
-SymbolLabel::SymbolLabel(const QString &symbolName, const QString &text, TextStyle style)
-    : MarkedLabel(text, style), m_symbolName(symbolName)
+SymbolLabel::SymbolLabel(QString symbolName, const QString &text, TextStyle style)
+    : MarkedLabel(text, style), m_symbolName(std::move(symbolName))
 {
     makeRoom();
 }

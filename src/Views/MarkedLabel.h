@@ -43,7 +43,7 @@ class SymbolLabel : public MarkedLabel {
     Q_PROPERTY(QString symbolName READ symbolName CONSTANT)
 
 public:
-    SymbolLabel(const QString &symbolName, const QString &text, TextStyle style);
+    SymbolLabel(QString symbolName, const QString &text, TextStyle style);
 
     const QString &symbolName() const { return m_symbolName; }
 

@@ -12,6 +12,7 @@
 #include <QTextLayout>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -30,7 +31,7 @@ QTextOption wrapping()
 
 } // namespace
 
-ResultRow::ResultRow(const QString &symbolName, Theme::Ink ink, int gapBelow) : m_symbolName(symbolName), m_ink(ink)
+ResultRow::ResultRow(QString symbolName, Theme::Ink ink, int gapBelow) : m_symbolName(std::move(symbolName)), m_ink(ink)
 {
     AccessibleRole::give(this, QAccessible::Notification); // spoken when it appears
     setContentsMargins(0, 0, 0, gapBelow);

@@ -16,7 +16,7 @@ class ResultRow : public QWidget {
 
 public:
     /// Hidden at first.
-    ResultRow(const QString &symbolName, Theme::Ink ink, int gapBelow);
+    ResultRow(QString symbolName, Theme::Ink ink, int gapBelow);
 
     const QString &text() const { return m_text; }
     const QString &symbolName() const { return m_symbolName; }
