@@ -39,21 +39,6 @@ QVariantMap chosen(const QVariantMap &properties, const QStringList &names)
     return some;
 }
 
-/// What hosts that know `before` do not know yet about the items that stay.
-QList<DBusMenuItem> changed(const QList<DBusMenuItem> &before, const QList<DBusMenuItem> &after)
-{
-    QList<DBusMenuItem> changes;
-    for (const DBusMenuItem &item : after) {
-        const auto old = std::ranges::find(before, item.id, &DBusMenuItem::id);
-        if (old == before.end() || old->properties == item.properties)
-            continue;
-        DBusMenuItem change{.id = item.id, .properties = item.properties};
-        change.properties.removeIf([&](const auto &entry) { return old->properties.value(entry.key()) == *entry; });
-        changes << change;
-    }
-    return changes;
-}
-
 } // namespace
 
 DBusMenu::DBusMenu(QDBusConnection connection, const QString &path)
@@ -79,11 +64,24 @@ void DBusMenu::setUnderscores(Underscores underscores)
 void DBusMenu::announceChanges()
 {
     const QList<DBusMenuItem> before = std::exchange(m_items, itemsOfRows());
-    // Also where the layout changes: hosts do not ask again about ids that they know.
-    if (const QList<DBusMenuItem> changes = changed(before, m_items); !changes.isEmpty())
+    if (const QList<DBusMenuItem> changes = takeChanges(); !changes.isEmpty())
         Q_EMIT m_adaptor->ItemsPropertiesUpdated(changes, {});
     if (!std::ranges::equal(before, m_items, {}, &DBusMenuItem::id, &DBusMenuItem::id))
         Q_EMIT m_adaptor->LayoutUpdated(++m_revision, m_root.id);
+}
+
+QList<DBusMenuItem> DBusMenu::takeChanges()
+{
+    QList<DBusMenuItem> changes;
+    for (const DBusMenuItem &item : std::as_const(m_items)) {
+        const QVariantMap before = std::exchange(m_known[item.id], item.properties);
+        if (before.isEmpty() || before == item.properties)
+            continue;
+        DBusMenuItem change = item;
+        change.properties.removeIf([&](const auto &entry) { return before.value(entry.key()) == *entry; });
+        changes << change;
+    }
+    return changes;
 }
 
 QList<DBusMenuItem> DBusMenu::itemsOfRows()

@@ -10,6 +10,7 @@
 
 #include <QDBusConnection>
 #include <QDBusContext>
+#include <QHash>
 #include <QObject>
 
 class DBusMenuAdaptor;
@@ -39,6 +40,8 @@ public:
 
 private:
     void announceChanges();
+    /// What hosts that know the items from earlier do not know yet.
+    QList<DBusMenuItem> takeChanges();
     QList<DBusMenuItem> itemsOfRows();
     const DBusMenuItem *find(int id) const;
     void chooseLater(const DBusMenuEvent &event);
@@ -46,6 +49,9 @@ private:
 
     MenuRows m_rows;
     QList<DBusMenuItem> m_items; ///< one a row
+    /// The properties last announced for each id, also of rows that are away: hosts do not ask again about ids
+    /// that come back.
+    QHash<int, QVariantMap> m_known;
     DBusMenuItem m_root;
     DBusMenuItemIds m_ids;
     Underscores m_underscores = Underscores::EveryPair;
