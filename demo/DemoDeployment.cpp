@@ -11,27 +11,15 @@ using namespace std::chrono_literals;
 
 namespace {
 
-QString origin()
-{
-    return u"http://127.0.0.1:%1"_s.arg(DemoWorld::port);
-}
+QString origin() { return u"http://127.0.0.1:%1"_s.arg(DemoWorld::port); }
 
 } // namespace
 
-QString Deployment::graphBaseUrl()
-{
-    return origin() + u'/';
-}
+QString Deployment::graphBaseUrl() { return origin() + u'/'; }
 
-QString Deployment::updateFeedUrl()
-{
-    return origin() + u"/version.json"_s;
-}
+QString Deployment::updateFeedUrl() { return origin() + u"/version.json"_s; }
 
-QString Deployment::domain()
-{
-    return u"Vantelo Demo"_s;
-}
+QString Deployment::domain() { return u"Vantelo Demo"_s; }
 
 std::chrono::milliseconds Deployment::pollInterval()
 {
@@ -39,7 +27,4 @@ std::chrono::milliseconds Deployment::pollInterval()
     return std::chrono::milliseconds(std::llround(static_cast<double>(tenMinutes.count()) / DemoWorld::speed));
 }
 
-std::chrono::milliseconds Deployment::transferTimeout()
-{
-    return 10s;
-}
+std::chrono::milliseconds Deployment::transferTimeout() { return 10s; }

@@ -50,15 +50,9 @@ AccountServer::AccountServer(AccountStory story) : m_graph(story)
     connect(&m_server, &QTcpServer::newConnection, this, &AccountServer::accept);
 }
 
-bool AccountServer::listen(quint16 port)
-{
-    return m_server.listen(QHostAddress::LocalHost, port);
-}
+bool AccountServer::listen(quint16 port) { return m_server.listen(QHostAddress::LocalHost, port); }
 
-QString AccountServer::origin() const
-{
-    return u"http://127.0.0.1:%1"_s.arg(port());
-}
+QString AccountServer::origin() const { return u"http://127.0.0.1:%1"_s.arg(port()); }
 
 void AccountServer::accept()
 {

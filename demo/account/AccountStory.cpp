@@ -11,20 +11,11 @@ constexpr int minutesOfDay = 24 * 60;
 constexpr int startMinute = 10 * 60;
 
 /// Whole minutes since the midnight that the first day began with; negative before it.
-int minuteOf(double minutes)
-{
-    return static_cast<int>(std::floor(minutes)) + startMinute;
-}
+int minuteOf(double minutes) { return static_cast<int>(std::floor(minutes)) + startMinute; }
 
-int dayOf(int minute)
-{
-    return static_cast<int>(std::floor(static_cast<double>(minute) / minutesOfDay));
-}
+int dayOf(int minute) { return static_cast<int>(std::floor(static_cast<double>(minute) / minutesOfDay)); }
 
-double hill(double minute, double peak, double width)
-{
-    return std::exp(-std::pow((minute - peak) / width, 2.0));
-}
+double hill(double minute, double peak, double width) { return std::exp(-std::pow((minute - peak) / width, 2.0)); }
 
 /// Between 0.8 and 1.2, always the same for the same minute.
 double chance(int minute)

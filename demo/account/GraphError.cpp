@@ -35,10 +35,7 @@ ServedReply reply(const Error &error)
     };
 }
 
-QString spoken(const QDateTime &time)
-{
-    return QLocale::c().toString(time, u"dddd, dd-MMM-yy HH:mm:ss"_s) + u" GMT"_s;
-}
+QString spoken(const QDateTime &time) { return QLocale::c().toString(time, u"dddd, dd-MMM-yy HH:mm:ss"_s) + u" GMT"_s; }
 
 } // namespace
 

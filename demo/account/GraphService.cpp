@@ -20,10 +20,7 @@ namespace {
 /// Nothing asked for, so absent; an empty text would not be.
 using Field = QJsonValue;
 
-Field count(std::int64_t number)
-{
-    return number == 0 ? Field() : Field(QString::number(number));
-}
+Field count(std::int64_t number) { return number == 0 ? Field() : Field(QString::number(number)); }
 
 Field ratio(double dividend, std::int64_t divisor, double factor = 1.0)
 {
@@ -109,10 +106,7 @@ QDateTime lastExpiry(const AccountStory &story, double minutes)
 
 } // namespace
 
-bool GraphService::serves(const QUrl &url)
-{
-    return url.path().startsWith(u"/v21.0/"_s);
-}
+bool GraphService::serves(const QUrl &url) { return url.path().startsWith(u"/v21.0/"_s); }
 
 ServedReply GraphService::answer(const QUrl &url, ServiceMoment moment) const
 {

@@ -22,10 +22,7 @@ QString symbol(StatusDot dot)
     return u"⚪"_s;
 }
 
-QString MenuBarLabel::whole() const
-{
-    return symbol(dot) + u' ' + text;
-}
+QString MenuBarLabel::whole() const { return symbol(dot) + u' ' + text; }
 
 MenuRow MenuRow::line(const QString &text, Style style)
 {

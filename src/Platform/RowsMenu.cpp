@@ -9,10 +9,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-bool isCommand(const MenuRow &row)
-{
-    return row.kind == MenuRow::Kind::Button || row.kind == MenuRow::Kind::Link;
-}
+bool isCommand(const MenuRow &row) { return row.kind == MenuRow::Kind::Button || row.kind == MenuRow::Kind::Link; }
 
 bool fitsTheSameAction(const MenuRow &one, const MenuRow &other)
 {

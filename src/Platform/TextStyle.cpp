@@ -47,7 +47,4 @@ QFont textFont(TextStyle style)
     return font;
 }
 
-QFont monospacedTextFont(TextStyle style)
-{
-    return scaled(QFontDatabase::systemFont(QFontDatabase::FixedFont), style);
-}
+QFont monospacedTextFont(TextStyle style) { return scaled(QFontDatabase::systemFont(QFontDatabase::FixedFont), style); }

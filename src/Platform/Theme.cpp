@@ -37,10 +37,7 @@ QColor withOpacity(QColor colour, double opacity)
     return colour;
 }
 
-bool isDark(const QPalette &palette)
-{
-    return luminance(palette.color(QPalette::Window)) < 0.18;
-}
+bool isDark(const QPalette &palette) { return luminance(palette.color(QPalette::Window)) < 0.18; }
 
 QColor linkColour(const QPalette &palette)
 {

@@ -29,10 +29,7 @@ LinkLabel::LinkLabel(const QString &text, const QString &address) : m_destinatio
     connect(this, &QAbstractButton::clicked, this, [this] { QDesktopServices::openUrl(m_destination); });
 }
 
-QSize LinkLabel::sizeHint() const
-{
-    return fontMetrics().size(Qt::TextSingleLine, text());
-}
+QSize LinkLabel::sizeHint() const { return fontMetrics().size(Qt::TextSingleLine, text()); }
 
 bool LinkLabel::event(QEvent *event)
 {

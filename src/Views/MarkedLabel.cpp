@@ -25,10 +25,7 @@ MarkedLabel::MarkedLabel(const QString &text, TextStyle style) : TextLabel(text,
     setAlignment(Qt::AlignLeft | Qt::AlignTop);
 }
 
-void MarkedLabel::makeRoom()
-{
-    setContentsMargins(markSize().width() + spacing, 0, 0, 0);
-}
+void MarkedLabel::makeRoom() { setContentsMargins(markSize().width() + spacing, 0, 0, 0); }
 
 void MarkedLabel::changeEvent(QEvent *event)
 {
@@ -46,20 +43,11 @@ void MarkedLabel::paintEvent(QPaintEvent *event)
     paintMark(painter, place);
 }
 
-BulletLabel::BulletLabel(const QString &text) : MarkedLabel(text, TextStyle::Body)
-{
-    makeRoom();
-}
+BulletLabel::BulletLabel(const QString &text) : MarkedLabel(text, TextStyle::Body) { makeRoom(); }
 
-int BulletLabel::textIndent(const QFontMetrics &metrics)
-{
-    return metrics.horizontalAdvance(bullet) + spacing;
-}
+int BulletLabel::textIndent(const QFontMetrics &metrics) { return metrics.horizontalAdvance(bullet) + spacing; }
 
-QSize BulletLabel::markSize() const
-{
-    return {fontMetrics().horizontalAdvance(bullet), fontMetrics().height()};
-}
+QSize BulletLabel::markSize() const { return {fontMetrics().horizontalAdvance(bullet), fontMetrics().height()}; }
 
 void BulletLabel::paintMark(QPainter &painter, const QRect &place) const
 {

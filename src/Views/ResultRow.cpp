@@ -66,10 +66,7 @@ QSize ResultRow::sizeHint() const
     return {width, heightForWidth(width)};
 }
 
-QSize ResultRow::minimumSizeHint() const
-{
-    return {textLeft(), fontMetrics().lineSpacing()};
-}
+QSize ResultRow::minimumSizeHint() const { return {textLeft(), fontMetrics().lineSpacing()}; }
 
 bool ResultRow::event(QEvent *event)
 {
@@ -129,7 +126,4 @@ ResultRow::Shown ResultRow::shown(int width) const
     return shown;
 }
 
-int ResultRow::textLeft() const
-{
-    return symbolSide() + spacing;
-}
+int ResultRow::textLeft() const { return symbolSide() + spacing; }

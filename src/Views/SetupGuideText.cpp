@@ -13,33 +13,18 @@ namespace SetupGuideText {
 
 namespace {
 
-StepItem text(const QString &text)
-{
-    return {.text = text, .address = {}};
-}
+StepItem text(const QString &text) { return {.text = text, .address = {}}; }
 
-StepItem link(const QString &label, const QString &address)
-{
-    return {.text = label, .address = address};
-}
+StepItem link(const QString &label, const QString &address) { return {.text = label, .address = address}; }
 
 /// A link that shows the name of its host.
-StepItem hostLink(const QString &address)
-{
-    return link(QUrl(address).host(), address);
-}
+StepItem hostLink(const QString &address) { return link(QUrl(address).host(), address); }
 
 } // namespace
 
-QString title()
-{
-    return u"Getting Your Meta API Credentials"_s;
-}
+QString title() { return u"Getting Your Meta API Credentials"_s; }
 
-QString subtitle()
-{
-    return u"Follow these steps to connect Vantelo to your ad account."_s;
-}
+QString subtitle() { return u"Follow these steps to connect Vantelo to your ad account."_s; }
 
 Step createApp()
 {
@@ -107,10 +92,7 @@ Step findAccountId()
         }};
 }
 
-QString pasteTitle()
-{
-    return u"Step 5: Paste into Settings"_s;
-}
+QString pasteTitle() { return u"Step 5: Paste into Settings"_s; }
 
 QString pasteText()
 {

@@ -93,15 +93,9 @@ QWidget *box(Theme::Box look, const Box &content)
     return box;
 }
 
-QWidget *warningBox(const Box &content)
-{
-    return box(Theme::Box::Warning, content);
-}
+QWidget *warningBox(const Box &content) { return box(Theme::Box::Warning, content); }
 
-QWidget *tipBox(const Box &content)
-{
-    return box(Theme::Box::Tip, content);
-}
+QWidget *tipBox(const Box &content) { return box(Theme::Box::Tip, content); }
 
 QWidget *note()
 {

@@ -29,10 +29,7 @@ constexpr int afterMidnight = 3 * AccountStory::period + AccountStory::startOfRe
 
 constexpr double beginning = 1'700'000'000.0;
 
-void setMinutes(double minutes)
-{
-    TestClock::set(beginning + minutes * 60.0);
-}
+void setMinutes(double minutes) { TestClock::set(beginning + minutes * 60.0); }
 
 template <class Stats>
 QString errorOf(const tl::expected<Stats, MetaAPIError> &fetched)

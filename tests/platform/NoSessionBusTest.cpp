@@ -16,10 +16,7 @@ namespace {
 
 QStringList complaints;
 
-void complain(QtMsgType, const QMessageLogContext &, const QString &message)
-{
-    complaints << message;
-}
+void complain(QtMsgType, const QMessageLogContext &, const QString &message) { complaints << message; }
 
 bool aMenuIsReady()
 {

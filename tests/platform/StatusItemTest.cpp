@@ -58,10 +58,7 @@ double bestContrast(const QImage &image, int ground)
     return best;
 }
 
-QMenu *openMenu()
-{
-    return qobject_cast<QMenu *>(QApplication::activePopupWidget());
-}
+QMenu *openMenu() { return qobject_cast<QMenu *>(QApplication::activePopupWidget()); }
 
 } // namespace
 

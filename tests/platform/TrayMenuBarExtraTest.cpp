@@ -50,10 +50,7 @@ private:
     int m_count = 0;
 };
 
-QMenu *openMenu()
-{
-    return qobject_cast<QMenu *>(QApplication::activePopupWidget());
-}
+QMenu *openMenu() { return qobject_cast<QMenu *>(QApplication::activePopupWidget()); }
 
 } // namespace
 

@@ -34,10 +34,7 @@ void ResultRowTest::init()
     m_row->resize(400, 40);
 }
 
-void ResultRowTest::nothingShowsBeforeAnAnnouncement()
-{
-    QVERIFY(!m_row->isVisible());
-}
+void ResultRowTest::nothingShowsBeforeAnAnnouncement() { QVERIFY(!m_row->isVisible()); }
 
 void ResultRowTest::aShortMessageTakesOneLineAndNoToolTip()
 {

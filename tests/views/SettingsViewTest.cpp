@@ -27,10 +27,7 @@ namespace {
 const QByteArray someFigures = R"({"data": [{"impressions": "12345"}]})";
 const QByteArray apiError = R"({"error": {"message": "Error validating access token"}})";
 
-QByteArray testable(const char *text)
-{
-    return QByteArray("{\"error\": {\"message\": \"") + text + "\"}}";
-}
+QByteArray testable(const char *text) { return QByteArray("{\"error\": {\"message\": \"") + text + "\"}}"; }
 
 } // namespace
 

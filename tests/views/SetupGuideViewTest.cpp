@@ -91,10 +91,7 @@ void SetupGuideViewTest::init()
     QVERIFY(QTest::qWaitForWindowActive(window()));
 }
 
-void SetupGuideViewTest::cleanup()
-{
-    WindowManager::shared().closeAll();
-}
+void SetupGuideViewTest::cleanup() { WindowManager::shared().closeAll(); }
 
 QAbstractButton *SetupGuideViewTest::link(const QString &text) const
 {

@@ -91,10 +91,7 @@ bool WindowManagerTest::isCentred(const QWidget *window)
     return offset.manhattanLength() <= 4; // the frame's width, unknown before the window is shown
 }
 
-void WindowManagerTest::thereIsNoWindowBeforeOneIsAskedFor()
-{
-    QCOMPARE(QApplication::topLevelWidgets().size(), 0);
-}
+void WindowManagerTest::thereIsNoWindowBeforeOneIsAskedFor() { QCOMPARE(QApplication::topLevelWidgets().size(), 0); }
 
 void WindowManagerTest::theWindowsHaveTheirTitles()
 {

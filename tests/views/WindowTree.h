@@ -14,10 +14,7 @@
 /// How the tests find their way in a window: by what a user sees and what a screen reader reads.
 namespace WindowTree {
 
-inline QAccessibleInterface *accessible(QObject *object)
-{
-    return QAccessible::queryAccessibleInterface(object);
-}
+inline QAccessibleInterface *accessible(QObject *object) { return QAccessible::queryAccessibleInterface(object); }
 
 inline void collect(QAccessibleInterface *node, QList<QAccessibleInterface *> &nodes)
 {
@@ -79,10 +76,7 @@ inline QStringList clippedTexts(QWidget *window)
     return clipped;
 }
 
-inline QPalette darkPalette()
-{
-    return {QColor(0x35, 0x35, 0x35), QColor(0x2b, 0x2b, 0x2b)};
-}
+inline QPalette darkPalette() { return {QColor(0x35, 0x35, 0x35), QColor(0x2b, 0x2b, 0x2b)}; }
 
 /// Another system font size while the object lives.
 class SystemFontSize {

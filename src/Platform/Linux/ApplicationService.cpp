@@ -36,15 +36,9 @@ QString applicationBusName(const QString &domain)
     return name;
 }
 
-QString applicationObjectPath(const QString &busName)
-{
-    return u'/' + QString(busName).replace(u'.', u'/');
-}
+QString applicationObjectPath(const QString &busName) { return u'/' + QString(busName).replace(u'.', u'/'); }
 
-ApplicationService::ApplicationService()
-{
-    new ApplicationServiceAdaptor(*this);
-}
+ApplicationService::ApplicationService() { new ApplicationServiceAdaptor(*this); }
 
 void ApplicationService::onActivation(std::function<void()> activate)
 {
@@ -76,10 +70,7 @@ ApplicationServiceAdaptor::ApplicationServiceAdaptor(ApplicationService &service
 {
 }
 
-void ApplicationServiceAdaptor::Activate(const QVariantMap &platform_data)
-{
-    m_service.activateLater(platform_data);
-}
+void ApplicationServiceAdaptor::Activate(const QVariantMap &platform_data) { m_service.activateLater(platform_data); }
 
 void ApplicationServiceAdaptor::Open(const QStringList &, const QVariantMap &platform_data)
 {

@@ -5,10 +5,7 @@
 
 using namespace Qt::StringLiterals;
 
-QString busText(QString text)
-{
-    return text.replace(QChar::Null, QChar::ReplacementCharacter);
-}
+QString busText(QString text) { return text.replace(QChar::Null, QChar::ReplacementCharacter); }
 
 QString menuLabel(const QString &text, Underscores underscores)
 {

@@ -190,7 +190,4 @@ void DBusMenu::chooseLater(const DBusMenuEvent &event)
         this, [row] { choose(row); }, Qt::QueuedConnection);
 }
 
-void DBusMenu::refuse(const QString &what) const
-{
-    sendErrorReply(QDBusError::InvalidArgs, what);
-}
+void DBusMenu::refuse(const QString &what) const { sendErrorReply(QDBusError::InvalidArgs, what); }

@@ -9,15 +9,9 @@ using namespace Qt::StringLiterals;
 
 DBusMenuAdaptor::DBusMenuAdaptor(DBusMenu &menu) : QDBusAbstractAdaptor(&menu), m_menu(menu) {}
 
-QString DBusMenuAdaptor::textDirection() const
-{
-    return u"ltr"_s;
-}
+QString DBusMenuAdaptor::textDirection() const { return u"ltr"_s; }
 
-QString DBusMenuAdaptor::status() const
-{
-    return u"normal"_s;
-}
+QString DBusMenuAdaptor::status() const { return u"normal"_s; }
 
 uint DBusMenuAdaptor::GetLayout(
     int parentId, int recursionDepth, const QStringList &propertyNames, DBusMenuLayoutItem &layout)
@@ -41,15 +35,9 @@ void DBusMenuAdaptor::Event(int id, const QString &eventId, const QDBusVariant &
     m_menu.happened({.id = id, .eventId = eventId, .data = data, .timestamp = timestamp});
 }
 
-QList<int> DBusMenuAdaptor::EventGroup(const QList<DBusMenuEvent> &events)
-{
-    return m_menu.happened(events);
-}
+QList<int> DBusMenuAdaptor::EventGroup(const QList<DBusMenuEvent> &events) { return m_menu.happened(events); }
 
-bool DBusMenuAdaptor::AboutToShow(int id)
-{
-    return m_menu.aboutToShow(id);
-}
+bool DBusMenuAdaptor::AboutToShow(int id) { return m_menu.aboutToShow(id); }
 
 QList<int> DBusMenuAdaptor::AboutToShowGroup(const QList<int> &ids, QList<int> &idErrors)
 {

@@ -112,7 +112,4 @@ void StatusAreaExtra::popUp(const QPoint &position)
 
 } // namespace
 
-std::unique_ptr<MenuBarExtra> MenuBarExtra::create()
-{
-    return std::make_unique<StatusAreaExtra>();
-}
+std::unique_ptr<MenuBarExtra> MenuBarExtra::create() { return std::make_unique<StatusAreaExtra>(); }

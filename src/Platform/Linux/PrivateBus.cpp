@@ -8,7 +8,4 @@ PrivateBus::PrivateBus(const QString &name)
 {
 }
 
-PrivateBus::~PrivateBus()
-{
-    QDBusConnection::disconnectFromBus(m_name);
-}
+PrivateBus::~PrivateBus() { QDBusConnection::disconnectFromBus(m_name); }

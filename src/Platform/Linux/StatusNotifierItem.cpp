@@ -10,15 +10,9 @@
 
 using namespace Qt::StringLiterals;
 
-QString StatusNotifierItem::path()
-{
-    return u"/org/ayatana/NotificationItem/vantelo"_s;
-}
+QString StatusNotifierItem::path() { return u"/org/ayatana/NotificationItem/vantelo"_s; }
 
-QString StatusNotifierItem::menuPath()
-{
-    return path() + u"/Menu"_s;
-}
+QString StatusNotifierItem::menuPath() { return path() + u"/Menu"_s; }
 
 StatusNotifierItem::StatusNotifierItem(const QDBusConnection &connection) : m_connection(connection)
 {
