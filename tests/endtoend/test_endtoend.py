@@ -98,6 +98,25 @@ def a_refresh_after_a_while_makes_one_connection(stage):
     expect(stage.connections(since=connections), {GRAPH: (1, 1)}, "New connections, TLS handshakes")
 
 
+def hundreds_of_refreshes_pile_up_no_memory(stage):
+    def two_hundred_clicks():
+        asked = len(stage.journal)
+        for _ in range(200):
+            stage.panel.click("🔄 Refresh")
+        stage.wait_for_requests(asked + 400)
+
+    with start_and_settle(stage) as program:
+        for _ in range(5):  # what libraries keep for themselves is there by now
+            two_hundred_clicks()
+        before = program.private_memory()
+        for _ in range(3):
+            two_hundred_clicks()
+        grown = program.private_memory() - before
+        print(f"    {grown // 1024} KiB more after six hundred further clicks")
+        if grown > 512 * 1024:
+            raise Failure(f"The program has grown by {grown} bytes.")
+
+
 def a_count_that_stood_still_shows_red_at_once(stage):
     long_ago = time.time() - 16 * 60
     stage.preferences.write(**CREDENTIALS, lastImpressions=12345, lastChangeTimestamp=long_ago)
@@ -236,6 +255,7 @@ STEPS = [
     with_credentials_it_shows_the_figures,
     a_refresh_uses_the_open_connection,
     a_refresh_after_a_while_makes_one_connection,
+    hundreds_of_refreshes_pile_up_no_memory,
     a_count_that_stood_still_shows_red_at_once,
     an_error_shows_the_services_words,
     a_strangers_certificate_gets_no_request,

@@ -48,6 +48,11 @@ class VanteloProcess:
         """What it has written to standard output and standard error."""
         return self._output.bytes.decode()
 
+    def private_memory(self):
+        """Bytes that are its own, shared with no other process."""
+        with open(f"/proc/{self.pid}/smaps_rollup", encoding="ascii") as file:
+            return 1024 * sum(int(line.split()[1]) for line in file if line.startswith("Private_"))
+
     def command_line(self):
         with open(f"/proc/{self.pid}/cmdline", "rb") as file:
             return file.read()
