@@ -88,6 +88,8 @@ void VanteloApp::redrawSoon()
 void VanteloApp::redraw()
 {
     m_redrawPending = false;
+    if (!m_menuBarExtra)
+        return; // the program is ending
     m_menuBarExtra->setLabel(label(*m_appState));
     m_menuBarExtra->setRows(MenuBarView(m_appState).body());
 }

@@ -147,6 +147,29 @@ private Q_SLOTS:
         QCOMPARE(Task::running(), 0);
     }
 
+    void theEndDrawsNothingMore()
+    {
+        giveCredentials();
+        m_service->answer([](const LoopbackService::Request &request) {
+            return request.target == "/version.json" ? Reply::whole(json("{'version': '99', 'download_url': 'x'}"))
+                                                     : Reply::whole("{}");
+        });
+        launch();
+        QTRY_VERIFY(QApplication::activeModalWidget());
+        m_service->answerAll(Reply::silence());
+        const qsizetype requests = m_service->requests().size();
+        for (const MenuRow &row : m_drawing.rows) {
+            if (row.text == u"🔄 Refresh"_s)
+                row.action();
+        }
+        QTRY_COMPARE(m_service->requests().size(), requests + 1);
+        const int redraws = m_drawing.redraws;
+        m_drawing.rows.clear(); // they hold the state
+        // The aborted request changes the state while the alert still has to end.
+        m_app.reset();
+        QCOMPARE(m_drawing.redraws, redraws);
+    }
+
     void theEndAbortsWhatIsUnderWay()
     {
         giveCredentials();
