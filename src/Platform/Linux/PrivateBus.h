@@ -10,9 +10,8 @@
 class PrivateBus {
 public:
     explicit PrivateBus(const QString &name);
-    PrivateBus(const PrivateBus &) = delete;
-    PrivateBus &operator=(const PrivateBus &) = delete;
     ~PrivateBus();
+    Q_DISABLE_COPY_MOVE(PrivateBus)
 
     QDBusConnection &connection() { return m_connection; }
 

@@ -7,6 +7,8 @@
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
@@ -20,8 +22,8 @@ constexpr std::chrono::milliseconds lastRetry = 1min;
 
 } // namespace
 
-StatusNotifierHost::StatusNotifierHost(const QDBusConnection &connection, const QString &itemPath)
-    : m_connection(connection), m_itemPath(itemPath)
+StatusNotifierHost::StatusNotifierHost(QDBusConnection connection, QString itemPath)
+    : m_connection(std::move(connection)), m_itemPath(std::move(itemPath))
 {
     m_services.setConnection(m_connection);
     m_services.setWatchMode(QDBusServiceWatcher::WatchForOwnerChange);

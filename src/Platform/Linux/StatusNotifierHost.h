@@ -18,7 +18,7 @@ class StatusNotifierHost : public QObject {
 
 public:
     /// The item at `itemPath` is exported already.
-    StatusNotifierHost(const QDBusConnection &connection, const QString &itemPath);
+    StatusNotifierHost(QDBusConnection connection, QString itemPath);
 
     bool isPresent() const { return !m_watcherOwner.value_or(QString()).isEmpty(); }
     /// GNOME reads menu labels in a way of its own.

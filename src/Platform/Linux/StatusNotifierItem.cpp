@@ -8,13 +8,15 @@
 
 #include <QDBusMessage>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 QString StatusNotifierItem::path() { return u"/org/ayatana/NotificationItem/vantelo"_s; }
 
 QString StatusNotifierItem::menuPath() { return path() + u"/Menu"_s; }
 
-StatusNotifierItem::StatusNotifierItem(const QDBusConnection &connection) : m_connection(connection)
+StatusNotifierItem::StatusNotifierItem(QDBusConnection connection) : m_connection(std::move(connection))
 {
     registerStatusNotifierTypes();
     m_adaptor = new StatusNotifierItemAdaptor(*this);

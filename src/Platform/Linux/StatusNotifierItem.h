@@ -21,7 +21,7 @@ public:
     static QString path();
     static QString menuPath();
 
-    explicit StatusNotifierItem(const QDBusConnection &connection);
+    explicit StatusNotifierItem(QDBusConnection connection);
 
     const MenuBarLabel &label() const { return m_label; }
     void setLabel(const MenuBarLabel &label);
