@@ -50,8 +50,10 @@ void ProgressButton::setSpinning(bool spinning)
 
 void ProgressButton::timerEvent(QTimerEvent *event)
 {
-    if (event->timerId() != m_timer.timerId())
-        return QPushButton::timerEvent(event);
+    if (event->timerId() != m_timer.timerId()) {
+        QPushButton::timerEvent(event);
+        return;
+    }
     m_turn = (m_turn + 1) % spokes;
     drawWheel();
 }
