@@ -28,8 +28,9 @@ QString subtitle() { return u"Follow these steps to connect Vantelo to your ad a
 
 Step createApp()
 {
-    return {1, u"Create a Meta App"_s,
-        {
+    return {.number = 1,
+        .title = u"Create a Meta App"_s,
+        .items = {
             text(u"Go to Meta for Developers"_s),
             hostLink(WebAddress::developerPortal.toString()),
             text(u"Click My Apps → Create App"_s),
@@ -41,8 +42,9 @@ Step createApp()
 
 Step generateToken()
 {
-    return {2, u"Generate an Access Token"_s,
-        {
+    return {.number = 2,
+        .title = u"Generate an Access Token"_s,
+        .items = {
             text(u"Go to the Graph API Explorer"_s),
             link(u"Graph API Explorer"_s, WebAddress::developerPortal.toString() + u"tools/explorer/"_s),
             text(u"Select your app from the dropdown"_s),
@@ -54,15 +56,17 @@ Step generateToken()
 
 Box shortLivedToken()
 {
-    return {u"⚠️ Short-Lived Token"_s,
-        u"This token expires in ~1 hour. Exchange it for a long-lived token (~60 days) using the curl command below, "
-        "or use a System User token from Business Manager for permanent access."_s};
+    return {.title = u"⚠️ Short-Lived Token"_s,
+        .message = u"This token expires in ~1 hour. Exchange it for a long-lived token (~60 days) using the curl "
+                   u"command below, "
+                   "or use a System User token from Business Manager for permanent access."_s};
 }
 
 Step longLivedToken()
 {
-    return {3, u"Get a Long-Lived Token"_s,
-        {
+    return {.number = 3,
+        .title = u"Get a Long-Lived Token"_s,
+        .items = {
             text(u"Run this command in Terminal (replace the placeholders):"_s),
         }};
 }
@@ -83,8 +87,9 @@ QString appSecretNote()
 
 Step findAccountId()
 {
-    return {4, u"Find Your Ad Account ID"_s,
-        {
+    return {.number = 4,
+        .title = u"Find Your Ad Account ID"_s,
+        .items = {
             text(u"Open Ads Manager"_s),
             hostLink(WebAddress::adsManager.toString()),
             text(u"Look at the URL — it contains act=XXXXXXXXXX"_s),
@@ -102,9 +107,10 @@ QString pasteText()
 
 Box permanentToken()
 {
-    return {u"💡 Permanent Token"_s,
-        u"For a token that never expires, create a System User in Business Manager → Settings → System Users. "
-        "Generate a token for the System User with ads_read permission."_s};
+    return {.title = u"💡 Permanent Token"_s,
+        .message =
+            u"For a token that never expires, create a System User in Business Manager → Settings → System Users. "
+            "Generate a token for the System User with ads_read permission."_s};
 }
 
 } // namespace SetupGuideText
