@@ -15,6 +15,7 @@ from .processes import Failure, NotYet, wait_until
 
 EXTENSION = 'ubuntu-appindicators@ubuntu.com'
 SIZE = '1280x800'
+_ACCESSIBILITY = '/usr/libexec/at-spi-bus-launcher'
 
 _BUS = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
  "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
@@ -39,6 +40,7 @@ secondary-color='#1d2b3a'
 
 # Words about this session itself, such as a warning for root, would only stand in the pictures' way.
 _TIDY = """
+imports.gi.St.Settings.get().inhibit_animations();
 Main.overview.hide();
 Main.messageTray.bannerBlocked = true;
 Main.messageTray.getSources().forEach(source => source.destroy());
@@ -62,11 +64,13 @@ def is_owned(bus, name):
 def missing_packages():
     """The Debian packages that the desktop needs and that are not there."""
     needs = {
+        'at-spi2-core': os.path.exists(_ACCESSIBILITY),
         'dbus': shutil.which('dbus-daemon'),
         'gnome-shell': shutil.which('gnome-shell'),
         'gnome-shell-extension-appindicator': os.path.isdir(f'/usr/share/gnome-shell/extensions/{EXTENSION}'),
         'python3-dbusmock': os.path.isdir('/usr/lib/python3/dist-packages/dbusmock'),
         'fonts-noto-color-emoji': os.path.isdir('/usr/share/fonts/truetype/noto'),
+        'qt6-wayland': any(Path('/usr/lib').glob('*/qt6/plugins/platforms/libqwayland-*')),
     }
     return [package for package, there in needs.items() if not there]
 
@@ -87,6 +91,8 @@ class Desktop:
         self._start(['/usr/bin/python3', '-m', 'dbusmock', '--system', '--template', 'logind'])
         wait_until(lambda: is_owned(system, 'org.freedesktop.login1'), 20, 'The stand-in for logind did not start.')
         self.bus = self._start_bus('DBUS_SESSION_BUS_ADDRESS')
+        self._start([_ACCESSIBILITY, '--launch-immediately', '--a11y=1'])
+        wait_until(lambda: is_owned(self.bus, 'org.a11y.Bus'), 20, 'The accessibility bus did not start.')
         self._start(['gnome-shell', '--headless', '--wayland', '--unsafe-mode', '--virtual-monitor', SIZE])
         wait_until(lambda: is_owned(self.bus, 'org.gnome.Shell'), 40, 'GNOME Shell did not start.')
         wait_until(lambda: is_owned(self.bus, 'org.kde.StatusNotifierWatcher'), 20, 'The status area did not start.')

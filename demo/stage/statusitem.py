@@ -3,6 +3,8 @@
 
 """The program's item in the status area: what it says over D-Bus, and what the panel made of it."""
 
+import json
+
 from gi.repository import GLib
 
 from .desktop import call
@@ -41,6 +43,12 @@ class StatusItem:
 
     def close_menu(self):
         self._desktop.evaluate(f'{self._indicator}.menu.close(0)')
+
+    def choose(self, text, hands):
+        """Opens the menu and chooses the row with this text, by mouse."""
+        row = f'{self._indicator}.menu._getMenuItems().find(item => item.label?.text === {json.dumps(text)})'
+        hands.click(self._indicator)
+        hands.click(row)
 
     def drawn_text(self):
         return self._desktop.evaluate(f'{self._indicator}?._label?.get_text()')

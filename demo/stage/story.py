@@ -5,8 +5,10 @@
 
 import time
 from dataclasses import dataclass
+from pathlib import Path
 from typing import Callable
 
+from .picture import shows_green
 from .processes import Failure, wait_until
 from .statusitem import StatusItem
 
@@ -14,21 +16,34 @@ SECONDS_FOR_A_SCENE = 60
 
 
 @dataclass
+class WindowScene:
+    """A scene in a window; what happens gives the texts that the window shows at its end."""
+    name: str
+    title: str
+    happens: Callable[[], list]
+    is_drawn: Callable[[Path], bool] = lambda picture: True
+
+
+@dataclass
 class Scene:
+    """A scene in the panel and its open menu."""
     name: str
     title: str
     begins: Callable[[str, list], bool]
     before: Callable[[], None] = lambda: None
 
 
-def scenes(write_credentials):
+def scenes(user):
     return [
         Scene('1-setup', 'Nothing is configured yet', lambda label, rows: label == '⚪ Setup'),
-        Scene('2-delivering', 'Credentials appear, and with them the figures',
-              lambda label, rows: label.startswith('🟢') and '👁️ Impressions: 0' not in rows, write_credentials),
-        Scene('3-stopped', 'Nothing has been delivered for more than a quarter of an hour',
+        WindowScene('2-settings', 'The user enters the credentials in Settings and tests them', user.enter_credentials,
+                    is_drawn=shows_green),
+        WindowScene('3-guide', 'The guide tells how to get them', user.open_guide),
+        Scene('4-delivering', 'The account delivers, and the figures rise',
+              lambda label, rows: label.startswith('🟢') and '👁️ Impressions: 0' not in rows, user.close_windows),
+        Scene('5-stopped', 'Nothing has been delivered for more than a quarter of an hour',
               lambda label, rows: label.startswith('🔴')),
-        Scene('4-token-expired', 'The access token has expired', lambda label, rows: label == '⚪ ERR'),
+        Scene('6-token-expired', 'The access token has expired', lambda label, rows: label == '⚪ ERR'),
     ]
 
 
@@ -40,6 +55,25 @@ class Storyteller:
         self._began = time.monotonic()
 
     def tell(self, scene):
+        if isinstance(scene, WindowScene):
+            self._tell_in_window(scene)
+        else:
+            self._tell_in_panel(scene)
+
+    def _tell_in_window(self, scene):
+        texts = scene.happens()
+        seconds = time.monotonic() - self._began
+        picture = self._pictures / f'{scene.name}.png'
+        self._await(lambda: self._is_settled(picture, scene), f'The scene “{scene.title}” was not drawn.')
+        self._print(scene, seconds, texts)
+
+    def _is_settled(self, picture, scene):
+        """Whether nothing moves any more: a window tells its texts before the desktop has drawn them."""
+        before = picture.exists() and picture.read_bytes()
+        self._desktop.screenshot(picture)
+        return picture.read_bytes() == before and scene.is_drawn(picture)
+
+    def _tell_in_panel(self, scene):
         scene.before()
         item = self._await(lambda: StatusItem.find(self._desktop), f'No status item appeared for “{scene.title}”.')
         self._await(lambda: scene.begins(item.label(), item.rows()), f'The scene “{scene.title}” did not come.')
@@ -50,7 +84,7 @@ class Storyteller:
             raise Failure(f'The scene “{scene.title}” was over before it could be pictured.')
         self._desktop.screenshot(self._pictures / f'{scene.name}.png')
         item.close_menu()
-        self._print(scene, seconds, label, rows)
+        self._print(scene, seconds, [label] + [f'│ {row}' for row in rows])
 
     def _shown(self, item):
         """Label and rows, once the open menu and the panel show exactly them."""
@@ -65,8 +99,8 @@ class Storyteller:
             return condition()
         return wait_until(unless_ended, SECONDS_FOR_A_SCENE, failure)
 
-    def _print(self, scene, seconds, label, rows):
-        print(f'\n{scene.title} ({seconds:.1f} s)\n\n    {label}')
-        for row in rows:
-            print(f'    │ {row}')
+    def _print(self, scene, seconds, lines):
+        print(f'\n{scene.title} ({seconds:.1f} s)\n')
+        for line in lines:
+            print(f'    {line}')
         print(f'    {self._pictures / scene.name}.png', flush=True)
