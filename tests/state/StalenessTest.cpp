@@ -1,0 +1,127 @@
+// SPDX-FileCopyrightText: 2026 The Vantelo authors
+// SPDX-License-Identifier: MIT
+
+#include "AppStateFixture.h"
+
+/// When an account counts as stale.
+class StalenessTest : public AppStateFixture {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theFirstFetchSeedsTheChangeTimeEvenAtZero()
+    {
+        giveCredentials();
+        serve(0);
+        launch();
+        QCOMPARE(nameOf(m_state->status()), u"ok"_s);
+        QCOMPARE(changeTime(), start);
+        QCOMPARE(lastImpressions(), 0);
+        QCOMPARE(m_state->menuBarText(), u"0"_s);
+    }
+
+    void aRiseResetsTheChangeTime()
+    {
+        launchWith(100, 90, start - 600);
+        QCOMPARE(changeTime(), start);
+        QCOMPARE(lastImpressions(), 100);
+        QCOMPARE(nameOf(m_state->status()), u"ok"_s);
+    }
+
+    void anUnchangedCountKeepsTheChangeTime()
+    {
+        launchWith(90, 90, start - 600);
+        QCOMPARE(changeTime(), start - 600);
+        QCOMPARE(nameOf(m_state->status()), u"ok"_s);
+    }
+
+    void aFallingCountKeepsTheChangeTime()
+    {
+        launchWith(12, 900, start - 600);
+        QCOMPARE(changeTime(), start - 600);
+        QCOMPARE(lastImpressions(), 12);
+        QCOMPARE(nameOf(m_state->status()), u"ok"_s);
+    }
+
+    void theFirstRiseOfANewDayIsAChange()
+    {
+        launchWith(12, 900, start - 3600);
+        QCOMPARE(nameOf(m_state->status()), u"stale"_s);
+        serve(13);
+        TestClock::advance(600);
+        refresh();
+        QCOMPARE(nameOf(m_state->status()), u"ok"_s);
+        QCOMPARE(changeTime(), start + 600);
+    }
+
+    void exactlyTheThresholdIsStillOk()
+    {
+        launchWith(90, 90, start - 15 * 60);
+        QCOMPARE(nameOf(m_state->status()), u"ok"_s);
+    }
+
+    void anyTimeBeyondTheThresholdIsStale()
+    {
+        launchWith(90, 90, start - 15 * 60 - 0.001);
+        QCOMPARE(nameOf(m_state->status()), u"stale"_s);
+        QCOMPARE(m_state->menuBarText(), u"90"_s);
+    }
+
+    void theStaleStateSurvivesARelaunch()
+    {
+        launchWith(90, 90, start - 600);
+        m_state.reset();
+        TestClock::advance(301);
+        launch();
+        QCOMPARE(nameOf(m_state->status()), u"stale"_s);
+    }
+
+    void aThresholdIsUsedAsStored_data()
+    {
+        QTest::addColumn<int>("threshold");
+        QTest::addColumn<double>("age");
+        QTest::addColumn<QString>("status");
+        QTest::newRow("one, at one minute") << 1 << 60.0 << u"ok"_s;
+        QTest::newRow("one, beyond") << 1 << 60.5 << u"stale"_s;
+        QTest::newRow("zero") << 0 << 0.25 << u"stale"_s;
+        QTest::newRow("negative") << -5 << 0.0 << u"stale"_s;
+        QTest::newRow("very long") << 1'000'000 << 59'999'999.0 << u"ok"_s;
+    }
+
+    void aThresholdIsUsedAsStored()
+    {
+        QFETCH(const int, threshold);
+        QFETCH(const double, age);
+        m_preferences->write(u"staleThresholdMinutes"_s, threshold);
+        launchWith(90, 90, start - age);
+        QTEST(nameOf(m_state->status()), "status");
+    }
+
+    void aChangeTimeThatIsNotPositiveIsOk()
+    {
+        launchWith(90, 90, -5.0);
+        QCOMPARE(nameOf(m_state->status()), u"ok"_s);
+        QCOMPARE(changeTime(), -5.0);
+    }
+
+    void theDifferenceOfTwoCountsDoesNotWrap()
+    {
+        launchWith(std::numeric_limits<std::int64_t>::max(), std::numeric_limits<std::int64_t>::min(), start - 9999);
+        QCOMPARE(changeTime(), start);
+        launchWith(std::numeric_limits<std::int64_t>::min(), std::numeric_limits<std::int64_t>::max(), start - 600);
+        QCOMPARE(changeTime(), start - 600);
+    }
+
+    void anotherAccountIsComparedWithTheOldOnesCount()
+    {
+        launchWith(90, 90, start - 600);
+        m_state->setAdAccountId(u"2"_s);
+        QCOMPARE(lastImpressions(), 90);
+        serve(50);
+        refresh();
+        QCOMPARE(changeTime(), start - 600);
+        QCOMPARE(lastImpressions(), 50);
+    }
+};
+
+QTEST_GUILESS_MAIN(StalenessTest)
+#include "StalenessTest.moc"
