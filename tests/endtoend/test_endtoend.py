@@ -33,6 +33,7 @@ CREDENTIALS = {"accessToken": TOKEN, "adAccountId": ACCOUNT}
 FEED = f"{WEBSITE} /version.json"
 
 # The program's own lines, the log that start_with_alert() asks for, and the offscreen platform on any window.
+WINDOW_RAISED = "This plugin does not support raise()"
 EXPECTED_OUTPUT = ("Vantelo: ", "qt.widgets.painting: ", "This plugin does not support ")
 
 
@@ -176,11 +177,12 @@ def it_ends_at_once(stage):
             print(f"    {way}, {start.__name__.replace('_', ' ')}: {1000 * seconds:.0f} ms")
 
 
-def a_second_launch_leaves_the_field_to_the_first(stage):
+def a_second_launch_brings_up_settings_of_the_first(stage):
     with start_and_settle(stage) as first:
         second = VanteloProcess(stage.binary, stage.environment)
         second.expect_orderly_end("of a second launch")
         expect(second.output, "", "What the second launch wrote")
+        wait_until(lambda: WINDOW_RAISED in first.output, "the first one's Settings window")
         stage.panel.click("🔄 Refresh")
         stage.wait_for_requests(5)
         expect(first.ended, False, "Whether the first has ended")
@@ -261,7 +263,7 @@ STEPS = [
     a_strangers_certificate_gets_no_request,
     a_newer_release_does_not_hold_up_the_polls,
     it_ends_at_once,
-    a_second_launch_leaves_the_field_to_the_first,
+    a_second_launch_brings_up_settings_of_the_first,
     the_token_went_nowhere_else,
 ]
 
