@@ -25,13 +25,15 @@ int VanteloApp::main(int argc, char **argv)
     QApplication::setDesktopFileName(u"app.vantelo.Vantelo"_s);
     QApplication::setQuitOnLastWindowClosed(false);
 
+    // First, so that a signal during the start-up waits for the event loop and ends the program in order, too.
+    const TerminationSignals termination;
+    connect(&termination, &TerminationSignals::received, &application, [] { QCoreApplication::exit(0); });
+
     const auto instance = SingleInstance::claim();
     if (!instance)
         return 0;
     VanteloApp app(MenuBarExtra::create());
     instance->onActivation([&app] { app.openSettings(); });
-    const TerminationSignals termination;
-    connect(&termination, &TerminationSignals::received, &application, [] { QCoreApplication::exit(0); });
     return QApplication::exec();
 }
 
