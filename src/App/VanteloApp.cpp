@@ -78,7 +78,11 @@ MenuBarLabel VanteloApp::label(const AppState &appState)
         [&](MonitorStatus::NoConfig) { return labelled(StatusDot::White, u"No credentials configured."_s); });
 }
 
-void VanteloApp::openSettings() { WindowManager::shared().openSettings(m_appState); }
+void VanteloApp::openSettings()
+{
+    if (m_menuBarExtra) // otherwise the program is ending
+        WindowManager::shared().openSettings(m_appState);
+}
 
 void VanteloApp::redrawSoon()
 {
