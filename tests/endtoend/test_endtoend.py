@@ -114,6 +114,8 @@ def hundreds_of_refreshes_pile_up_no_memory(stage):
             two_hundred_clicks()
         grown = program.private_memory() - before
         print(f"    {grown // 1024} KiB more after six hundred further clicks")
+        if program.is_sanitized():
+            return  # the sanitizer keeps back what was freed, and looks for leaks itself
         # The allocator's own ups and downs stay below; six hundred replies or tasks kept alive would not.
         if grown > 2 * 1024 * 1024:
             raise Failure(f"The program has grown by {grown} bytes.")

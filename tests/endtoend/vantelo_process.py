@@ -53,6 +53,10 @@ class VanteloProcess:
         with open(f"/proc/{self.pid}/smaps_rollup", encoding="ascii") as file:
             return 1024 * sum(int(line.split()[1]) for line in file if line.startswith("Private_"))
 
+    def is_sanitized(self):
+        with open(f"/proc/{self.pid}/maps", encoding="utf-8") as file:
+            return "libasan" in file.read()
+
     def command_line(self):
         with open(f"/proc/{self.pid}/cmdline", "rb") as file:
             return file.read()
