@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int spacing = 8;
+constexpr int gapBesideMark = 8;
 constexpr QChar bullet = u'•';
 
 } // namespace
@@ -25,7 +25,7 @@ MarkedLabel::MarkedLabel(const QString &text, TextStyle style) : TextLabel(text,
     setAlignment(Qt::AlignLeft | Qt::AlignTop);
 }
 
-void MarkedLabel::makeRoom() { setContentsMargins(markSize().width() + spacing, 0, 0, 0); }
+void MarkedLabel::makeRoom() { setContentsMargins(markSize().width() + gapBesideMark, 0, 0, 0); }
 
 void MarkedLabel::changeEvent(QEvent *event)
 {
@@ -45,7 +45,7 @@ void MarkedLabel::paintEvent(QPaintEvent *event)
 
 BulletLabel::BulletLabel(const QString &text) : MarkedLabel(text, TextStyle::Body) { makeRoom(); }
 
-int BulletLabel::textIndent(const QFontMetrics &metrics) { return metrics.horizontalAdvance(bullet) + spacing; }
+int BulletLabel::textIndent(const QFontMetrics &metrics) { return metrics.horizontalAdvance(bullet) + gapBesideMark; }
 
 QSize BulletLabel::markSize() const { return {fontMetrics().horizontalAdvance(bullet), fontMetrics().height()}; }
 

@@ -16,7 +16,7 @@
 
 namespace {
 
-constexpr int spacing = 6;
+constexpr int gapBesideSymbol = 6;
 constexpr int preferredTextWidth = 300;
 constexpr qsizetype maximumLines = 2;
 // More never fits into two lines; a message may be as long as the service pleases.
@@ -126,4 +126,4 @@ ResultRow::Shown ResultRow::shown(int width) const
     return shown;
 }
 
-int ResultRow::textLeft() const { return symbolSide() + spacing; }
+int ResultRow::textLeft() const { return symbolSide() + gapBesideSymbol; }
