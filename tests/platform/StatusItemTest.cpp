@@ -308,6 +308,8 @@ private:
 int main(int argc, char **argv)
 {
     const TestSessionBus bus;
+    qputenv("XDG_DATA_DIRS", "/nowhere"); // an installed Vantelo lends no icons
+    qputenv("XDG_DATA_HOME", "/nowhere");
     const QApplication application(argc, argv);
     StatusItemTest test;
     return QTest::qExec(&test, argc, argv);

@@ -4,6 +4,7 @@
 #include "Platform/Linux/StatusNotifierItemAdaptor.h"
 
 #include "Platform/Linux/ActivationToken.h"
+#include "Platform/Linux/InstalledIcon.h"
 
 using namespace Qt::StringLiterals;
 
@@ -22,6 +23,8 @@ QString StatusNotifierItemAdaptor::category() const { return u"ApplicationStatus
 QString StatusNotifierItemAdaptor::status() const { return u"Active"_s; }
 
 QDBusObjectPath StatusNotifierItemAdaptor::menu() const { return QDBusObjectPath(StatusNotifierItem::menuPath()); }
+
+QString StatusNotifierItemAdaptor::iconName() const { return installedIconName(m_item.label().dot); }
 
 IconPixmaps StatusNotifierItemAdaptor::iconPixmap() const { return statusDotPixmaps(m_item.label().dot); }
 

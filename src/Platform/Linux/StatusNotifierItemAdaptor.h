@@ -66,7 +66,7 @@ class StatusNotifierItemAdaptor : public QDBusAbstractAdaptor {
     Q_PROPERTY(bool ItemIsMenu READ itemIsMenu)
     Q_PROPERTY(QDBusObjectPath Menu READ menu)
     Q_PROPERTY(QString IconThemePath READ nothing)
-    Q_PROPERTY(QString IconName READ nothing)
+    Q_PROPERTY(QString IconName READ iconName)
     Q_PROPERTY(IconPixmaps IconPixmap READ iconPixmap)
     Q_PROPERTY(QString IconAccessibleDesc READ iconAccessibleDesc)
     Q_PROPERTY(QString OverlayIconName READ nothing)
@@ -90,6 +90,7 @@ public:
     int windowId() const { return 0; }
     bool itemIsMenu() const { return true; }
     QDBusObjectPath menu() const;
+    QString iconName() const;
     IconPixmaps iconPixmap() const;
     QString iconAccessibleDesc() const;
     StatusToolTip toolTip() const;
