@@ -8,6 +8,7 @@
 #include <QCursor>
 #include <QEvent>
 #include <QGuiApplication>
+#include <QIcon>
 #include <QScreen>
 #include <QShortcut>
 #include <QStyle>
@@ -32,6 +33,8 @@ HostingWindow::HostingWindow(QWidget *view, const QString &title, QSize contentS
     AccessibleRole::give(this, QAccessible::Window);
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(title);
+    // Taskbars on X11 ask the window; elsewhere the desktop entry or the bundle has the icon.
+    setWindowIcon(QIcon::fromTheme(QGuiApplication::desktopFileName()));
     auto *const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(view);

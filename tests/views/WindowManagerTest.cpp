@@ -11,6 +11,7 @@
 #include <QLineEdit>
 #include <QPointer>
 #include <QScreen>
+#include <QTemporaryDir>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -25,6 +26,8 @@ private Q_SLOTS:
     void thereIsNoWindowBeforeOneIsAskedFor();
     void theWindowsHaveTheirTitles_data() { kinds(); }
     void theWindowsHaveTheirTitles();
+    void theWindowsBearTheInstalledIcon_data() { kinds(); }
+    void theWindowsBearTheInstalledIcon();
     void theSettingsWindowFitsItsFormAndCannotBeResized();
     void theGuideOpensAtItsSizeAndCanBeResized();
     void theTitleBarsOfferWhatTheWindowsCanDo();
@@ -100,6 +103,20 @@ void WindowManagerTest::theWindowsHaveTheirTitles()
     QVERIFY(QTest::qWaitForWindowActive(window(title)));
     QVERIFY(window(title)->isActiveWindow());
     QVERIFY(isCentred(window(title)));
+}
+
+void WindowManagerTest::theWindowsBearTheInstalledIcon()
+{
+    QFETCH(const QString, title);
+    const QTemporaryDir icons;
+    QImage drawing(16, 16, QImage::Format_ARGB32);
+    drawing.fill(Qt::magenta);
+    QVERIFY(drawing.save(icons.filePath(u"app.vantelo.Vantelo.png"_s)));
+    QIcon::setThemeName(u"hicolor"_s);
+    QIcon::setFallbackSearchPaths({icons.path()});
+    QGuiApplication::setDesktopFileName(u"app.vantelo.Vantelo"_s);
+    open(title);
+    QCOMPARE(window(title)->windowIcon().pixmap(16).toImage().pixelColor(8, 8), QColor(Qt::magenta));
 }
 
 void WindowManagerTest::theSettingsWindowFitsItsFormAndCannotBeResized()
