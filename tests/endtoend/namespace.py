@@ -41,7 +41,7 @@ def enter():
 
 def furnish(addresses, trusted_certificates):
     """Brings up loopback, gives the names their addresses, and makes the folder the only trust store."""
-    _bring_up_loopback()
+    bring_up_loopback()
     hosts = private_folder("hosts") / "hosts"
     hosts.write_text("127.0.0.1 localhost\n" + "".join(f"{ip} {name}\n" for name, ip in addresses.items()))
     _mount_over("/etc/hosts", hosts)
@@ -62,7 +62,7 @@ def _mount_over(place, source):
     subprocess.run(["mount", "--bind", str(source), os.path.realpath(place)], check=True)
 
 
-def _bring_up_loopback():
+def bring_up_loopback():
     set_interface_flags, up_and_running = 0x8914, 0x1 | 0x40
     with socket.socket(socket.AF_INET, socket.SOCK_DGRAM) as any_socket:
         fcntl.ioctl(any_socket, set_interface_flags, struct.pack("16sh14x", b"lo", up_and_running))

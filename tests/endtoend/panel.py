@@ -47,6 +47,10 @@ class Panel:
         """The menu's texts as a user reads them."""
         return [_text(row) for row in self._menu()]
 
+    def icon_name(self):
+        """For panels that look icons up; empty where they are to take the pixels."""
+        return self._read("IconName")
+
     def row_ids(self):
         return [row["id"] for row in self._menu()]
 
