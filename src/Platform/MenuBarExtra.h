@@ -44,6 +44,9 @@ struct MenuRow {
     std::function<void()> action;
     QUrl destination;
 
+    /// Whether it can be chosen.
+    bool isCommand() const { return kind == Kind::Button || kind == Kind::Link; }
+
     static MenuRow line(const QString &text, Style style = Style::Body);
     static MenuRow divider();
     static MenuRow button(const QString &text, std::function<void()> action);

@@ -3,6 +3,7 @@
 
 #include "Views/HostingWindow.h"
 
+#include "Platform/Activation.h"
 #include "Views/AccessibleRole.h"
 
 #include <QCursor>
@@ -63,6 +64,7 @@ void HostingWindow::bringToFront()
     show();
     raise();
     activateWindow();
+    activateIgnoringOtherApps();
 }
 
 void HostingWindow::changeEvent(QEvent *event)

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
-#include "Platform/RowsMenu.h"
+#include "Platform/Linux/RowsMenu.h"
 
 #include <QDesktopServices>
 #include <QTest>

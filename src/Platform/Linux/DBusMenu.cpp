@@ -16,12 +16,11 @@ namespace {
 QVariantMap propertiesOf(const MenuRow &row, Underscores underscores)
 {
     const bool divider = row.kind == MenuRow::Kind::Divider;
-    const bool command = row.kind == MenuRow::Kind::Button || row.kind == MenuRow::Kind::Link;
     // Always all of them: some hosts keep the old value of a property that is left out.
     return {
         {u"type"_s, divider ? u"separator"_s : u"standard"_s},
         {u"label"_s, menuLabel(row.text, underscores)},
-        {u"enabled"_s, command},
+        {u"enabled"_s, row.isCommand()},
         {u"visible"_s, true},
     };
 }

@@ -9,8 +9,7 @@ std::vector<int> DBusMenuItemIds::of(const MenuRows &rows)
 {
     Shape shape;
     for (const MenuRow &row : rows) {
-        const bool command = row.kind == MenuRow::Kind::Button || row.kind == MenuRow::Kind::Link;
-        shape.emplace_back(row.kind, command ? row.text : QString());
+        shape.emplace_back(row.kind, row.isCommand() ? row.text : QString());
     }
     std::vector<int> &ids = m_ids[shape];
     if (ids.size() != rows.size()) {

@@ -5,10 +5,10 @@
 
 #include "Platform/Linux/DBusMenu.h"
 #include "Platform/Linux/PrivateBus.h"
+#include "Platform/Linux/RowsMenu.h"
 #include "Platform/Linux/StatusNotifierHost.h"
 #include "Platform/Linux/StatusNotifierItem.h"
-#include "Platform/RowsMenu.h"
-#include "Platform/TrayMenuBarExtra.h"
+#include "Platform/Linux/TrayMenuBarExtra.h"
 
 #include <QCursor>
 #include <QGuiApplication>

@@ -3,7 +3,7 @@
 
 #include "Platform/Linux/StatusNotifierTypes.h"
 
-#include "Platform/StatusDotImage.h"
+#include "Platform/Linux/StatusDotImage.h"
 
 #include <QDBusMetaType>
 #include <QtEndian>

@@ -3,8 +3,8 @@
 
 #pragma once
 
+#include "Platform/Linux/RowsMenu.h"
 #include "Platform/MenuBarExtra.h"
-#include "Platform/RowsMenu.h"
 
 #include <QSystemTrayIcon>
 

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
-#include "Platform/TrayMenuBarExtra.h"
+#include "Platform/Linux/TrayMenuBarExtra.h"
 
-#include "Platform/StatusDotImage.h"
+#include "Platform/Linux/StatusDotImage.h"
 
 #include <QCursor>
 
