@@ -17,6 +17,8 @@ TestPreferences::TestPreferences()
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, m_directory.path());
 }
 
+TestPreferences::~TestPreferences() = default;
+
 QString TestPreferences::fileName() const
 {
     return m_directory.path() + u"/Vantelo/"_s + Deployment::domain() + u".conf"_s;

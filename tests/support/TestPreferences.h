@@ -11,14 +11,16 @@
 class TestPreferences {
 public:
     TestPreferences();
+    ~TestPreferences();
+    Q_DISABLE_COPY_MOVE(TestPreferences)
 
-    /// The preference file, as the program names it.
+    /// The preference file, as the program names it. On Linux only.
     QString fileName() const;
     /// Writes one key the way another program would.
     void write(const QString &key, const QVariant &value) const;
-    /// The value as it stands in the file; invalid where the key is absent.
+    /// The value as it is stored; invalid where the key is absent.
     QVariant stored(const QString &key) const;
-    /// Replaces the whole file.
+    /// Replaces the whole file. On Linux only.
     void writeFile(const QByteArray &content) const;
 
 private:

@@ -1,0 +1,54 @@
+// SPDX-FileCopyrightText: 2026 The Vantelo authors
+// SPDX-License-Identifier: MIT
+
+#include "Platform/SystemSymbol.h"
+
+#include "Platform/macOS/NativeText.h"
+
+#include <QImage>
+#include <QPainter>
+
+#import <AppKit/AppKit.h>
+
+namespace {
+
+/// The symbol in black, as large as fits into the middle of a square of so many pixels.
+QImage picture(NSImage *symbol, int side)
+{
+    NSBitmapImageRep *const bitmap = [[NSBitmapImageRep alloc] initWithBitmapDataPlanes:nullptr
+                                                                             pixelsWide:side
+                                                                             pixelsHigh:side
+                                                                          bitsPerSample:8
+                                                                        samplesPerPixel:4
+                                                                               hasAlpha:YES
+                                                                               isPlanar:NO
+                                                                         colorSpaceName:NSDeviceRGBColorSpace
+                                                                            bytesPerRow:0
+                                                                           bitsPerPixel:0];
+    const QSizeF size = QSizeF(symbol.size.width, symbol.size.height).scaled(side, side, Qt::KeepAspectRatio);
+    const NSRect place = {{(side - size.width()) / 2.0, (side - size.height()) / 2.0}, {size.width(), size.height()}};
+    [NSGraphicsContext saveGraphicsState];
+    NSGraphicsContext.currentContext = [NSGraphicsContext graphicsContextWithBitmapImageRep:bitmap];
+    [symbol drawInRect:place];
+    [NSGraphicsContext restoreGraphicsState];
+    return QImage(bitmap.bitmapData, side, side, bitmap.bytesPerRow, QImage::Format_RGBA8888_Premultiplied).copy();
+}
+
+} // namespace
+
+void SystemSymbol::paint(QPainter &painter, const QString &name, const QRectF &square, const QColor &tint)
+{
+    NSImage *const symbol = [NSImage imageWithSystemSymbolName:nativeText(name) accessibilityDescription:nil];
+    if (!symbol)
+        qFatal("no system symbol of this name");
+    QImage image = picture(symbol, (square.size() * painter.device()->devicePixelRatioF()).toSize().width());
+    QPainter tinting(&image);
+    tinting.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    tinting.fillRect(image.rect(), tint);
+    tinting.end();
+
+    painter.save();
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawImage(square, image);
+    painter.restore();
+}

@@ -1,0 +1,49 @@
+// SPDX-FileCopyrightText: 2026 The Vantelo authors
+// SPDX-License-Identifier: MIT
+
+#include "Platform/AppStorage.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+/// Stores with types of their own give each preference as what was written, small whole numbers as small ones.
+class StoredKindsTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aWholeNumberIsReadWhateverItsWidth()
+    {
+        QCOMPARE(preferenceAs<std::int64_t>(QVariant(15)), 15);
+        QCOMPARE(preferenceAs<std::int64_t>(QVariant(qlonglong{1} << 40)), std::int64_t{1} << 40);
+    }
+
+    void aRealNumberIsReadFromEitherKindOfNumber()
+    {
+        QCOMPARE(preferenceAs<double>(QVariant(1700000000.25)), 1700000000.25);
+        QCOMPARE(preferenceAs<double>(QVariant(0)), 0.0);
+    }
+
+    void aFlagIsReadAsSuch()
+    {
+        QCOMPARE(preferenceAs<bool>(QVariant(true)), true);
+        QCOMPARE(preferenceAs<bool>(QVariant(false)), false);
+    }
+
+    void aNumberOrAFlagIsNoText()
+    {
+        QVERIFY(!preferenceAs<QString>(QVariant(15)));
+        QVERIFY(!preferenceAs<QString>(QVariant(true)));
+    }
+
+    void aFlagIsNoWholeNumber() { QVERIFY(!preferenceAs<std::int64_t>(QVariant(true))); }
+
+    void anAbsentValueIsNothing()
+    {
+        QVERIFY(!preferenceAs<QString>(QVariant()));
+        QVERIFY(!preferenceAs<double>(QVariant()));
+    }
+};
+
+QTEST_GUILESS_MAIN(StoredKindsTest)
+#include "StoredKindsTest.moc"
