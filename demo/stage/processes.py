@@ -37,11 +37,19 @@ def wait_until(condition, seconds, failure):
         time.sleep(0.1)
 
 
+def _ask_linux(option, argument):
+    """Other systems know nothing of the kind; there an orderly end has to do."""
+    if sys.platform == 'linux':
+        _libc.prctl(option, argument)
+
+
 def _end_with_parent():
-    _libc.prctl(PR_SET_PDEATHSIG, signal.SIGTERM)
+    _ask_linux(PR_SET_PDEATHSIG, signal.SIGTERM)
 
 
 def _children():
+    if sys.platform != 'linux':
+        return []
     children = []
     for entry in filter(str.isdigit, os.listdir('/proc')):
         try:
@@ -60,7 +68,7 @@ class Processes:
     def __enter__(self):
         self._started = []
         # Grandchildren whose parent died become ours, so that none outlives this process.
-        _libc.prctl(PR_SET_CHILD_SUBREAPER, 1)
+        _ask_linux(PR_SET_CHILD_SUBREAPER, 1)
         for number in (signal.SIGTERM, signal.SIGHUP):
             signal.signal(number, lambda *_: sys.exit(1))
         return self

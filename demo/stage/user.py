@@ -4,7 +4,7 @@
 """The user of the headless desktop, who sees what is there and has a mouse and a keyboard."""
 
 from .hands import ESCAPE, SPACE, TAB, Hands
-from .players import credentials, stored_credentials
+from .preferences import credentials, preferences
 from .processes import Failure, wait_until
 from .screenreader import ScreenReader
 from .statusitem import StatusItem
@@ -27,7 +27,7 @@ class User:
         for name, text in zip(('Access Token', 'Ad Account ID'), credentials()):
             self._tab_to(SETTINGS, name)
             self._hands.type(text)
-        wait_until(lambda: stored_credentials(self._desktop.environment) == credentials(), SECONDS_TO_REACT,
+        wait_until(lambda: preferences(self._desktop.environment).credentials() == credentials(), SECONDS_TO_REACT,
                    'The program did not store what was typed.')
         self._press_button(SETTINGS, 'Test Connection')
         return self._await_text(SETTINGS, 'Connected successfully!')
