@@ -147,6 +147,9 @@ QCoro::Task<tl::expected<QByteArray, TransferError>> HttpSession::data(QUrl url)
     QNetworkRequest request(url);
     request.setTransferTimeout(static_cast<int>(Deployment::transferTimeout().count()));
     const std::unique_ptr<QNetworkReply, QScopedPointerDeleteLater> reply(m_manager->get(request));
+    // While bytes come faster than Qt handles them it announces none, so it needs a bound of its own. That one
+    // counts them as they are sent, and compressed they may be the more.
+    reply->setReadBufferSize(2 * maximumBodySize);
     bool tooLarge = false;
     connect(reply.get(), &QIODevice::readyRead, reply.get(), [reply = reply.get(), &tooLarge] {
         if (reply->bytesAvailable() > maximumBodySize && !tooLarge) {

@@ -12,6 +12,7 @@
 #include <QSslServer>
 #include <QTcpSocket>
 #include <QTemporaryDir>
+#include <QTimer>
 
 #include <algorithm>
 #include <map>
@@ -21,8 +22,23 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// An authority of its own for "localhost", made once a process, that every client of the process trusts.
-QSslConfiguration tlsConfiguration()
+std::unique_ptr<QTcpServer> tlsServer()
+{
+    auto server = std::make_unique<QSslServer>();
+    server->setSslConfiguration(LoopbackService::tlsConfiguration());
+    return server;
+}
+
+} // namespace
+
+LoopbackService::Reply LoopbackService::Reply::whole(const QByteArray &body, int status, const QByteArray &extraHeaders)
+{
+    return {.bytes = "HTTP/1.1 " + QByteArray::number(status) + " Said\r\nContent-Type: application/json\r\n" +
+                     extraHeaders + "Content-Length: " + QByteArray::number(body.size()) + "\r\n\r\n" + body,
+        .then = Then::KeepAlive};
+}
+
+QSslConfiguration LoopbackService::tlsConfiguration()
 {
     static const QTemporaryDir directory;
     const QString key = directory.filePath(u"key.pem"_s);
@@ -45,22 +61,6 @@ QSslConfiguration tlsConfiguration()
     if (keyFile.open(QIODevice::ReadOnly))
         configuration.setPrivateKey(QSslKey(&keyFile, QSsl::Ec));
     return configuration;
-}
-
-std::unique_ptr<QTcpServer> tlsServer()
-{
-    auto server = std::make_unique<QSslServer>();
-    server->setSslConfiguration(tlsConfiguration());
-    return server;
-}
-
-} // namespace
-
-LoopbackService::Reply LoopbackService::Reply::whole(const QByteArray &body, int status, const QByteArray &extraHeaders)
-{
-    return {.bytes = "HTTP/1.1 " + QByteArray::number(status) + " Said\r\nContent-Type: application/json\r\n" +
-                     extraHeaders + "Content-Length: " + QByteArray::number(body.size()) + "\r\n\r\n" + body,
-        .then = Then::KeepAlive};
 }
 
 LoopbackService::LoopbackService(Transport transport)
@@ -143,8 +143,24 @@ void LoopbackService::send(QTcpSocket *socket, const Reply &reply)
         socket->abort();
         break;
     }
+    case Reply::Then::Repeat:
+        repeat(socket, reply);
+        break;
     case Reply::Then::KeepAlive:
     case Reply::Then::Silence:
         break;
     }
+}
+
+void LoopbackService::repeat(QTcpSocket *socket, const Reply &reply)
+{
+    auto *const timer = new QTimer(socket);
+    connect(timer, &QTimer::timeout, socket, [=, left = reply.times]() mutable {
+        if (socket->bytesToWrite() > 0)
+            return;
+        socket->write(left > 0 ? reply.again : reply.last);
+        if (left-- == 0)
+            timer->stop();
+    });
+    timer->start(reply.pause);
 }

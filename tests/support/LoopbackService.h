@@ -8,9 +8,12 @@
 #include <QObject>
 #include <QTcpServer>
 
+#include <chrono>
 #include <functional>
+#include <limits>
 #include <memory>
 
+class QSslConfiguration;
 class QTcpSocket;
 
 /// A server on loopback whose every byte a test decides. While it lives, the test deployment points to it.
@@ -24,10 +27,14 @@ public:
     };
 
     struct Reply {
-        enum class Then { KeepAlive, Close, Reset, Silence };
+        enum class Then { KeepAlive, Close, Reset, Silence, Repeat };
 
         QByteArray bytes; ///< status line, headers and body
         Then then = Then::KeepAlive;
+        QByteArray again = {};                       ///< what Repeat sends on and on, for as long as the client reads
+        std::chrono::milliseconds pause{0};          ///< before each of them; without one as fast as they are taken
+        int times = std::numeric_limits<int>::max(); ///< how many of them
+        QByteArray last = {};                        ///< after them
 
         /// A whole reply with a Content-Length.
         static Reply whole(const QByteArray &body, int status = 200, const QByteArray &extraHeaders = {});
@@ -57,6 +64,9 @@ public:
     int connections() const { return m_connections; }
     QString origin() const;
 
+    /// A certificate for "localhost", made once a process, that every client of the process trusts.
+    static QSslConfiguration tlsConfiguration();
+
 Q_SIGNALS:
     void requested();
 
@@ -64,6 +74,7 @@ private:
     void accept();
     void receive(QTcpSocket *socket);
     void send(QTcpSocket *socket, const Reply &reply);
+    static void repeat(QTcpSocket *socket, const Reply &reply);
 
     std::unique_ptr<QTcpServer> m_server;
     Transport m_transport;
