@@ -64,8 +64,9 @@ bool wasServed(const QNetworkReply &reply)
     const int status = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
     if (status < 400 || reply.error() != servedError(status))
         return false;
-    // With this one error even the two together do not tell, but Qt names the address for served pages alone.
-    return reply.error() != QNetworkReply::UnknownContentError || reply.errorString().contains(reply.url().toString());
+    // Nor do the two together, since a body may break off in the very class of its status. But Qt names the address
+    // for served pages alone, and for all of them except those that ask for a password.
+    return status == 401 || status == 407 || reply.errorString().contains(reply.url().toString());
 }
 
 /// Qt does not always notice that a body ended before its announced length.
