@@ -8,6 +8,7 @@
 #include <QCoreApplication>
 #include <QCoroNetworkReply>
 #include <QNetworkAccessManager>
+#include <QNetworkProxy>
 #include <QNetworkProxyFactory>
 #include <QNetworkReply>
 #include <QNetworkRequest>
@@ -98,12 +99,6 @@ QString describe(QNetworkReply::NetworkError error)
     case QNetworkReply::TooManyRedirectsError:
     case QNetworkReply::InsecureRedirectError:
         return u"The server redirected the request in a way that cannot be followed."_s;
-    case QNetworkReply::ProxyConnectionRefusedError:
-    case QNetworkReply::ProxyConnectionClosedError:
-    case QNetworkReply::ProxyNotFoundError:
-    case QNetworkReply::ProxyTimeoutError:
-    case QNetworkReply::UnknownProxyError:
-        return u"The proxy server could not be used."_s;
     case QNetworkReply::ProxyAuthenticationRequiredError:
         return u"The proxy server asks for a password."_s;
     default:
@@ -111,11 +106,37 @@ QString describe(QNetworkReply::NetworkError error)
     }
 }
 
+/// The classes in which Qt reports that no connection came about: a proxy that fails is among them, nameless.
+bool isUnreached(QNetworkReply::NetworkError error)
+{
+    switch (error) {
+    case QNetworkReply::ConnectionRefusedError:
+    case QNetworkReply::HostNotFoundError:
+    case QNetworkReply::UnknownNetworkError:
+    case QNetworkReply::ProxyConnectionRefusedError:
+    case QNetworkReply::ProxyConnectionClosedError:
+    case QNetworkReply::ProxyNotFoundError:
+    case QNetworkReply::ProxyTimeoutError:
+    case QNetworkReply::UnknownProxyError:
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool goesThroughProxy(const QUrl &url)
+{
+    return QNetworkProxyFactory::proxyForQuery(QNetworkProxyQuery(url)).value(0).type() != QNetworkProxy::NoProxy;
+}
+
 /// What the user is told of the transfer; nothing where the whole body arrived.
 std::optional<QString> failureOf(const QNetworkReply &reply)
 {
-    if (!wasServed(reply))
-        return describe(reply.error());
+    if (!wasServed(reply)) {
+        return isUnreached(reply.error()) && goesThroughProxy(reply.url())
+                   ? u"The server could not be reached through the proxy server."_s
+                   : describe(reply.error());
+    }
     if (isCutShort(reply))
         return describe(QNetworkReply::RemoteHostClosedError);
     return {};

@@ -35,6 +35,15 @@ def wait_until(condition, what, seconds=10.0):
         alarm.destroy()
 
 
+def poll_until(condition, what):
+    """The same for a condition that announces nothing."""
+    look_again = GLib.timeout_add(20, lambda: GLib.SOURCE_CONTINUE)
+    try:
+        wait_until(condition, what)
+    finally:
+        GLib.source_remove(look_again)
+
+
 def expect(actual, expected, what):
     if actual != expected:
         raise Failure(f"{what}:\n  expected {_listed(expected)}\n  found    {_listed(actual)}")

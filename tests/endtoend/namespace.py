@@ -41,14 +41,31 @@ def enter():
 
 def furnish(addresses, trusted_certificates):
     """Brings up loopback, gives the names their addresses, and makes the folder the only trust store."""
-    bring_up_loopback()
-    hosts = private_folder("hosts") / "hosts"
-    hosts.write_text("127.0.0.1 localhost\n" + "".join(f"{ip} {name}\n" for name, ip in addresses.items()))
-    _mount_over("/etc/hosts", hosts)
-    names = hosts.with_name("nsswitch.conf")
+    set_network(up=True)
+    name_hosts(addresses)
+    _mount_over("/etc/hosts", _hosts())
+    names = _hosts().with_name("nsswitch.conf")
     names.write_text("passwd: files\ngroup: files\nhosts: files\n")
     _mount_over("/etc/nsswitch.conf", names)
     _mount_over("/etc/ssl/certs", trusted_certificates)
+
+
+def something_is_unsent():
+    """Whether a connection to port 443 is being made in vain, or has bytes that the other end has not taken."""
+    connecting, https = "02", ":01BB"
+    with open("/proc/self/net/tcp", encoding="ascii") as table:
+        rows = [line.split() for line in table][1:]
+    return any(far.endswith(https) and (state == connecting or not queues.startswith("00000000"))
+               for _, _, far, state, queues, *_ in rows)
+
+
+def name_hosts(addresses):
+    """Gives the names these addresses, from now on."""
+    _hosts().write_text("127.0.0.1 localhost\n" + "".join(f"{ip} {name}\n" for name, ip in addresses.items()))
+
+
+def _hosts():
+    return private_folder("hosts") / "hosts"
 
 
 def private_folder(name):
@@ -62,7 +79,8 @@ def _mount_over(place, source):
     subprocess.run(["mount", "--bind", str(source), os.path.realpath(place)], check=True)
 
 
-def bring_up_loopback():
-    set_interface_flags, up_and_running = 0x8914, 0x1 | 0x40
+def set_network(up):
+    """Brings the only interface up, or down as when the cable is pulled."""
+    set_interface_flags, flags = 0x8914, 0x1 if up else 0
     with socket.socket(socket.AF_INET, socket.SOCK_DGRAM) as any_socket:
-        fcntl.ioctl(any_socket, set_interface_flags, struct.pack("16sh14x", b"lo", up_and_running))
+        fcntl.ioctl(any_socket, set_interface_flags, struct.pack("16sh14x", b"lo", flags))

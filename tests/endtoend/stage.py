@@ -20,11 +20,11 @@ ADDRESSES = {host: f"127.0.0.{number}" for number, host in enumerate([GRAPH, WEB
 class Stage:
     def __init__(self, binary):
         self.binary = binary
-        trusted = Authority(namespace.private_folder("trusted"), "A trusted authority")
+        self.authority = Authority(namespace.private_folder("trusted"), "A trusted authority")
         self.stranger = Authority(namespace.private_folder("stranger"), "Nobody you know")
-        namespace.furnish(ADDRESSES, trusted.store)
+        namespace.furnish(ADDRESSES, self.authority.store)
         self.journal = []  # requests to all hosts, in order of arrival
-        self.services = {host: TlsService(host, address, trusted.server_context(host), self.journal)
+        self.services = {host: TlsService(host, address, self.authority.server_context(host), self.journal)
                          for host, address in ADDRESSES.items()}
         self.graph, self.website = self.services[GRAPH], self.services[WEBSITE]
         self.home = namespace.private_folder("home")

@@ -9,8 +9,6 @@ Runs one step after the other; each starts the program anew. To add one, write a
 and put it into STEPS.
 """
 
-import re
-import secrets
 import signal
 import sys
 import time
@@ -19,31 +17,16 @@ from pathlib import Path
 sys.dont_write_bytecode = True  # the source tree stays clean
 sys.path.append(str(Path(__file__).resolve().parents[1] / "support"))
 
-import namespace
 from events import Failure, expect, wait_until
-from figures import (SETUP_ROWS, TODAY_FIELDS, WEEK_FIELDS, delivering, error_rows, failing, figure_rows, release)
-from stage import ELSEWHERE, GRAPH, WEBSITE, Stage
-from tls_service import SILENCE
+from figures import SETUP_ROWS, delivering, error_rows, failing, figure_rows
+from scenario import (ACCOUNT, CREDENTIALS, FEED, START, TODAY, TOKEN, WEEK, run, start_and_settle, start_with_alert,
+                      start_with_request_in_flight)
+from stage import ELSEWHERE, GRAPH, WEBSITE
 from vantelo_process import VanteloProcess
-
-TOKEN = "EAAB" + secrets.token_hex(16)
-ACCOUNT = "1234567890"  # stored without "act_"; the request has it
-CREDENTIALS = {"accessToken": TOKEN, "adAccountId": ACCOUNT}
-
-FEED = f"{WEBSITE} /version.json"
 
 # The program's own lines, the log that start_with_alert() asks for, and the offscreen platform on any window.
 WINDOW_RAISED = "This plugin does not support raise()"
 EXPECTED_OUTPUT = ("Vantelo: ", "qt.widgets.painting: ", "This plugin does not support ")
-
-
-def insights(fields, preset):
-    return f"{GRAPH} /v21.0/act_{ACCOUNT}/insights?fields={fields}&date_preset={preset}&access_token={TOKEN}"
-
-
-TODAY = insights(TODAY_FIELDS, "today")
-WEEK = insights(WEEK_FIELDS, "last_7d")
-START = [TODAY, WEEK, FEED]  # what one start asks for, in this order
 
 
 def without_credentials_it_offers_the_setup(stage):
@@ -206,34 +189,6 @@ def the_token_went_nowhere_else(stage):
     expect([host for host in ELSEWHERE if stage.services[host].connections], [], "Hosts visited without a click")
 
 
-def start_and_settle(stage):
-    program = stage.start()
-    stage.wait_for_requests(3)
-    stage.panel.wait_for_title("🟢 12,345")
-    stage.panel.wait_for_rows(figure_rows())
-    return program
-
-
-def start_with_request_in_flight(stage):
-    stage.graph.answer = lambda request: SILENCE
-    program = stage.start()
-    stage.wait_for_requests(1)
-    stage.panel.wait_for_title("⚪ Setup")
-    stage.panel.wait_for_rows(SETUP_ROWS)
-    return program
-
-
-def start_with_alert(stage):
-    """A newer release is announced. Qt's own log tells when the alert's window has been drawn."""
-    stage.website.answer = release("999.0")
-    program = stage.start(QT_LOGGING_RULES="qt.widgets.painting=true")
-    wait_until(lambda: re.search(r"Flushing .* of QMessageBox", program.output), "the alert's window")
-    stage.panel.wait_for_title("🟢 12,345")
-    stage.panel.wait_for_rows(figure_rows())
-    stage.website.answer = release("0.0.1")
-    return program
-
-
 def expect_plain_get(request):
     expect(request.method, "GET", f"The method at {request.host}")
     expect(sorted(name for name, _ in request.headers),
@@ -271,26 +226,4 @@ STEPS = [
 ]
 
 
-def main():
-    if len(sys.argv) < 2 or not Path(sys.argv[1]).is_file():
-        print(f"FAILED: There is no program {sys.argv[1:2]}; build it: cmake --build build/release --target vantelo")
-        return 1
-    namespace.enter()
-    stage = Stage(sys.argv[1])
-    try:
-        for step in STEPS:
-            print(step.__name__.replace("_", " "), flush=True)
-            stage.website.answer = release("0.0.1")
-            stage.graph.answer = delivering(impressions=12345)
-            stage.preferences.write(**CREDENTIALS)
-            step(stage)
-    except Failure as failure:
-        print(f"FAILED: {failure}".replace(TOKEN, "<token>"))
-        return 1
-    finally:
-        stage.close()
-    print("passed")
-    return 0
-
-
-sys.exit(main())
+sys.exit(run(STEPS))

@@ -41,22 +41,42 @@ class Authority:
         self.store.mkdir()
         self._certificate = self.store / "ca-certificates.crt"
         self._key = folder / "authority.key"
-        _openssl("req", "-x509", *_NEW_KEY, "-keyout", self._key, "-out", self._certificate, "-subj", f"/CN={name}",
-                 "-addext", "keyUsage=critical,keyCertSign")
+        _openssl("req", "-x509", *_NEW_KEY, "-days", 2, "-keyout", self._key, "-out", self._certificate,
+                 "-subj", f"/CN={name}", "-addext", "keyUsage=critical,keyCertSign")
         _openssl("rehash", self.store)  # some readers look for certificates by the hash of their name
 
-    def server_context(self, host):
-        """A TLS server configuration with a fresh certificate for the host."""
-        certificate, key = self._keys / f"{host}.crt", self._keys / f"{host}.key"
-        _openssl("req", "-x509", *_NEW_KEY, "-keyout", key, "-out", certificate, "-subj", f"/CN={host}",
-                 "-CA", self._certificate, "-CAkey", self._key, "-addext", f"subjectAltName=DNS:{host}",
-                 "-addext", "basicConstraints=critical,CA:FALSE")
-        context = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER)
-        context.load_cert_chain(certificate, key)
-        return context
+    def server_context(self, host, days=2):
+        """A TLS server configuration with a fresh certificate for the host; with fewer than no days, an expired one."""
+        request, certificate, key = (self._keys / f"{host}.{kind}" for kind in ("csr", "crt", "key"))
+        _openssl("req", "-new", *_NEW_KEY, "-keyout", key, "-out", request, "-subj", f"/CN={host}",
+                 "-addext", f"subjectAltName=DNS:{host}", "-addext", "basicConstraints=critical,CA:FALSE")
+        _openssl("x509", "-req", "-in", request, "-copy_extensions", "copyall", "-days", days,
+                 "-CA", self._certificate, "-CAkey", self._key, "-out", certificate)
+        return _context(certificate, key)
 
 
-_NEW_KEY = ["-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:prime256v1", "-nodes", "-days", "2"]
+def self_signed_context(folder, host):
+    """The same with a certificate that no authority has signed."""
+    certificate, key = folder / f"{host}.crt", folder / f"{host}.key"
+    _openssl("req", "-x509", *_NEW_KEY, "-days", 2, "-keyout", key, "-out", certificate, "-subj", f"/CN={host}",
+             "-addext", f"subjectAltName=DNS:{host}")
+    return _context(certificate, key)
+
+
+def limited_to(version, context):
+    """The configuration with no newer TLS than this, and with nothing of its own against an old one."""
+    context.set_ciphers("ALL:@SECLEVEL=0")
+    context.minimum_version = context.maximum_version = version
+    return context
+
+
+def _context(certificate, key):
+    context = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER)
+    context.load_cert_chain(certificate, key)
+    return context
+
+
+_NEW_KEY = ["-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:prime256v1", "-nodes"]
 
 
 def _openssl(*arguments):
@@ -117,6 +137,11 @@ class TlsService:
 class _Server(http.server.ThreadingHTTPServer):
     daemon_threads = True
     block_on_close = False
+
+    def __init__(self, address, handler):
+        if ":" in address[0]:
+            self.address_family = socket.AF_INET6
+        super().__init__(address, handler)
 
     def handle_error(self, request, client_address):
         pass  # a client that hangs up is no failure of the server; the steps judge the client by its deeds

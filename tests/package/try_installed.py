@@ -43,7 +43,7 @@ def start_services():
     TRUSTED.write_bytes((authority.store / "ca-certificates.crt").read_bytes())
     subprocess.run(["update-ca-certificates", "--fresh"], check=True, capture_output=True)
     Path("/etc/hosts").write_text(f"127.0.0.1 localhost\n127.0.0.2 {HOSTS[0]}\n127.0.0.3 {HOSTS[1]}\n")
-    namespace.bring_up_loopback()
+    namespace.set_network(up=True)
     graph, website = (TlsService(host, f"127.0.0.{number}", authority.server_context(host), [])
                       for number, host in enumerate(HOSTS, start=2))
     graph.answer = delivering(impressions=12345)
