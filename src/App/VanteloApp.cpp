@@ -14,27 +14,33 @@
 #include "Views/WindowManager.h"
 
 #include <QApplication>
+#include <QThreadPool>
+
+#include <cstdlib>
 
 using namespace Qt::StringLiterals;
 
 int VanteloApp::main(int argc, char **argv)
 {
-    QApplication application(argc, argv);
+    TerminationSignals::hold(); // first, so that a signal during the start-up ends the program in order, too
+    const QApplication application(argc, argv);
     QApplication::setApplicationName(Deployment::domain());
     QApplication::setApplicationVersion(QStringLiteral(VANTELO_VERSION));
     QApplication::setDesktopFileName(u"app.vantelo.Vantelo"_s);
     QApplication::setQuitOnLastWindowClosed(false);
 
-    // First, so that a signal during the start-up waits for the event loop and ends the program in order, too.
-    const TerminationSignals termination;
-    connect(&termination, &TerminationSignals::received, &application, [] { QCoreApplication::exit(0); });
+    TerminationSignals::onReceived([] { QCoreApplication::exit(0); });
 
     const auto instance = SingleInstance::claim();
     if (!instance)
         return 0;
     VanteloApp app(MenuBarExtra::create());
     instance->onActivation([&app] { app.openSettings(); });
-    return QApplication::exec();
+    const int code = QApplication::exec();
+    // A large body takes a second to decode. Nobody waits for its figures any more, and all else is stored.
+    if (QThreadPool::globalInstance()->activeThreadCount() > 0)
+        std::_Exit(code);
+    return code;
 }
 
 VanteloApp::VanteloApp(std::unique_ptr<MenuBarExtra> menuBarExtra)

@@ -3,6 +3,7 @@
 
 #include "Platform/TerminationSignals.h"
 
+#include <QCoreApplication>
 #include <QSocketNotifier>
 
 #include <array>
@@ -12,7 +13,7 @@
 
 namespace {
 
-std::array<int, 2> wakeUpPipe{-1, -1};
+std::array<int, 2> wakeUpPipe{-1, -1}; // stays open until the process is gone: a signal may come that late
 
 // Only calls that are safe in a signal handler stand here.
 void wakeUp(int)
@@ -21,37 +22,30 @@ void wakeUp(int)
     [[maybe_unused]] const auto written = ::write(wakeUpPipe[1], &byte, 1);
 }
 
-void handle(void (*handler)(int))
+} // namespace
+
+void TerminationSignals::hold()
 {
+    if (::pipe(wakeUpPipe.data()) != 0)
+        return; // the signals keep their default, which ends the process too
+    for (const int end : wakeUpPipe) {
+        ::fcntl(end, F_SETFD, FD_CLOEXEC);
+        ::fcntl(end, F_SETFL, O_NONBLOCK); // a full pipe must not stall the handler
+    }
     struct sigaction action {};
-    action.sa_handler = handler;
+    action.sa_handler = wakeUp;
     action.sa_flags = SA_RESTART;
     sigaction(SIGTERM, &action, nullptr);
     sigaction(SIGINT, &action, nullptr);
 }
 
-} // namespace
-
-TerminationSignals::TerminationSignals()
+void TerminationSignals::onReceived(std::function<void()> end)
 {
-    if (::pipe(wakeUpPipe.data()) != 0)
-        return; // the signals keep their default, which ends the process too
-    for (const int end : wakeUpPipe)
-        ::fcntl(end, F_SETFD, FD_CLOEXEC);
-    m_notifier = std::make_unique<QSocketNotifier>(wakeUpPipe[0], QSocketNotifier::Read);
-    connect(m_notifier.get(), &QSocketNotifier::activated, this, [this] {
-        m_notifier->setEnabled(false);
-        Q_EMIT received();
-    });
-    handle(wakeUp);
-}
-
-TerminationSignals::~TerminationSignals()
-{
-    if (!m_notifier)
+    if (wakeUpPipe[0] < 0)
         return;
-    handle(SIG_DFL);
-    m_notifier.reset();
-    for (int &end : wakeUpPipe)
-        ::close(std::exchange(end, -1));
+    auto *const notifier = new QSocketNotifier(wakeUpPipe[0], QSocketNotifier::Read, QCoreApplication::instance());
+    QObject::connect(notifier, &QSocketNotifier::activated, notifier, [notifier, end = std::move(end)] {
+        notifier->setEnabled(false);
+        end();
+    });
 }

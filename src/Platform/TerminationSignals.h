@@ -3,24 +3,16 @@
 
 #pragma once
 
-#include <QObject>
+#include <functional>
 
-#include <memory>
+/// SIGTERM and SIGINT as events, so that the program ends as it does by Quit.
+namespace TerminationSignals {
 
-class QSocketNotifier;
+/// From now until the process is gone they end nothing by themselves. The first thing to call; needs no
+/// application object.
+void hold();
 
-/// Turns SIGTERM and SIGINT into a signal of the event loop, so that the program ends as it does by Quit.
-class TerminationSignals : public QObject {
-    Q_OBJECT
+/// Calls this once from the event loop when one of them comes, or has come since hold().
+void onReceived(std::function<void()> end);
 
-public:
-    TerminationSignals();
-    ~TerminationSignals() override;
-    Q_DISABLE_COPY_MOVE(TerminationSignals)
-
-Q_SIGNALS:
-    void received();
-
-private:
-    std::unique_ptr<QSocketNotifier> m_notifier;
-};
+} // namespace TerminationSignals

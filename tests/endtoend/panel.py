@@ -59,6 +59,11 @@ class Panel:
         wait_until(lambda: text in self.rows(), lambda: f"the row {text!r}; the menu has {self.rows()}")
         self._host.click(next(row["id"] for row in self._menu() if _text(row) == text))
 
+    def open_menu(self):
+        """Tells the program, as a panel does, that the user looks at the menu."""
+        self._host.call_menu("AboutToShow", "(0,)")
+        self._host.call_menu("Event", "(0, 'opened', <0>, uint32 0)")
+
     def _menu(self):
         return self._host.menu() or [] if self._host.registered() else []
 

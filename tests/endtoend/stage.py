@@ -41,11 +41,11 @@ class Stage:
         self.bus.kill()
         self.bus.wait()
 
-    def start(self, **environment):
+    def start(self, under=(), **environment):
         """Runs the program, with an empty journal."""
         self.journal.clear()
         self.panel.forget()
-        return VanteloProcess(self.binary, {**self.environment, **environment})
+        return VanteloProcess(self.binary, {**self.environment, **environment}, under)
 
     def wait_for_requests(self, count):
         wait_until(lambda: len(self.journal) >= count, lambda: f"request {count}; so far {self.targets()}")

@@ -9,7 +9,6 @@ Runs one step after the other; each starts the program anew. To add one, write a
 and put it into STEPS.
 """
 
-import signal
 import sys
 import time
 from pathlib import Path
@@ -19,8 +18,8 @@ sys.path.append(str(Path(__file__).resolve().parents[1] / "support"))
 
 from events import Failure, expect, wait_until
 from figures import SETUP_ROWS, delivering, error_rows, failing, figure_rows
-from scenario import (ACCOUNT, CREDENTIALS, FEED, START, TODAY, TOKEN, WEEK, run, start_and_settle, start_with_alert,
-                      start_with_request_in_flight)
+from scenario import (ACCOUNT, CREDENTIALS, FEED, START, TODAY, TOKEN, WEEK, run, start_and_settle,
+                      start_with_alert)
 from stage import ELSEWHERE, GRAPH, WEBSITE
 from vantelo_process import VanteloProcess
 
@@ -148,21 +147,6 @@ def a_newer_release_does_not_hold_up_the_polls(stage):
     expect(stage.targets(), [*START, TODAY, WEEK], "Requests around an alert")
 
 
-def it_ends_at_once(stage):
-    ways = {
-        "by Quit": lambda program: stage.panel.click("Quit Vantelo"),
-        "by SIGTERM": lambda program: program.send(signal.SIGTERM),
-        "by SIGINT": lambda program: program.send(signal.SIGINT),
-    }
-    for start in [start_and_settle, start_with_request_in_flight, start_with_alert]:
-        for way, end in ways.items():
-            stage.graph.answer = delivering(impressions=12345)
-            with start(stage) as program:
-                end(program)
-                seconds = program.expect_orderly_end(f"{way}, {start.__name__}")
-            print(f"    {way}, {start.__name__.replace('_', ' ')}: {1000 * seconds:.0f} ms")
-
-
 def a_second_launch_brings_up_settings_of_the_first(stage):
     with start_and_settle(stage) as first:
         second = VanteloProcess(stage.binary, stage.environment)
@@ -220,7 +204,6 @@ STEPS = [
     an_error_shows_the_services_words,
     a_strangers_certificate_gets_no_request,
     a_newer_release_does_not_hold_up_the_polls,
-    it_ends_at_once,
     a_second_launch_brings_up_settings_of_the_first,
     the_token_went_nowhere_else,
 ]

@@ -30,6 +30,7 @@ class Reply:
     body: bytes
     status: int = 200
     headers: dict = field(default_factory=dict)
+    compressed: bool = True  # as the service does
 
 
 class Authority:
@@ -171,9 +172,10 @@ class _Handler(http.server.BaseHTTPRequestHandler):
         if reply is SILENCE:
             self.close_connection = True
             return
-        body = gzip.compress(reply.body)  # as the service does
+        body = gzip.compress(reply.body) if reply.compressed else reply.body
+        encoding = {"Content-Encoding": "gzip"} if reply.compressed else {}
         self.send_response(reply.status)
-        for name, value in {"Content-Encoding": "gzip", "Content-Length": str(len(body)), **reply.headers}.items():
+        for name, value in {**encoding, "Content-Length": str(len(body)), **reply.headers}.items():
             self.send_header(name, value)
         self.end_headers()
         if self.command != "HEAD":

@@ -7,6 +7,7 @@ import stat
 import subprocess
 import threading
 import time
+from pathlib import Path
 
 from events import Failure, Recording, expect, something_happened, wait_until
 
@@ -16,11 +17,14 @@ class VanteloProcess:
 
     runs = []  # every run so far, so that what all of them wrote can be searched
 
-    def __init__(self, binary, environment):
+    def __init__(self, binary, environment, under=()):
+        """With `under`, the program runs under another one, whose command line this is."""
         self.runs.append(self)
         self.started = time.monotonic()
-        self._process = subprocess.Popen([binary], env=environment, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
-                                         stderr=subprocess.STDOUT)
+        if under:  # where the leak sanitizer, if it is built in, would refuse to work
+            environment = {**environment, "ASAN_OPTIONS": "detect_leaks=0"}
+        self._process = subprocess.Popen([*under, binary], env=environment, stdin=subprocess.DEVNULL,
+                                         stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
         self._output = Recording(self._process.stdout)
         threading.Thread(target=self._wait, daemon=True).start()
 
@@ -40,6 +44,10 @@ class VanteloProcess:
         return self._process.poll() is not None
 
     @property
+    def exit_code(self):
+        return self._process.returncode
+
+    @property
     def pid(self):
         return self._process.pid
 
@@ -52,6 +60,24 @@ class VanteloProcess:
         """Bytes that are its own, shared with no other process."""
         with open(f"/proc/{self.pid}/smaps_rollup", encoding="ascii") as file:
             return 1024 * sum(int(line.split()[1]) for line in file if line.startswith("Private_"))
+
+    def catches(self, signal_number):
+        return bool(int(self._status("SigCgt"), 16) >> (signal_number - 1) & 1)
+
+    def library(self, part):
+        """The path of the library or plug-in with this in its name."""
+        with open(f"/proc/{self.pid}/maps", encoding="utf-8") as file:
+            return next(line.split()[-1] for line in file if part in line)
+
+    def is_decoding(self):
+        """Whether a thread of the pool, which decodes bodies and does nothing else, is at work."""
+        threads = [task.name for task in Path(f"/proc/{self.pid}/task").iterdir()]
+        return any(self._status("Name", task) == "Thread" and self._status("State", task) == "R" for task in threads)
+
+    def _status(self, key, thread=None):
+        path = f"/proc/{self.pid}/task/{thread or self.pid}/status"
+        with open(path, encoding="utf-8") as file:
+            return next(line.split()[1] for line in file if line.startswith(key + ":"))
 
     def is_sanitized(self):
         with open(f"/proc/{self.pid}/maps", encoding="utf-8") as file:

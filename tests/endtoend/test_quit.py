@@ -1,0 +1,129 @@
+#!/usr/bin/python3
+# SPDX-FileCopyrightText: 2026 The Vantelo authors
+# SPDX-License-Identifier: MIT
+"""How the program ends, from whatever it is at.
+
+    test_quit.py path/to/vantelo
+"""
+
+import signal
+import sys
+import time
+from pathlib import Path
+
+sys.dont_write_bytecode = True  # the source tree stays clean
+sys.path.append(str(Path(__file__).resolve().parents[1] / "support"))
+
+from desktop import Atspi, Desktop
+from events import expect, poll_until, wait_until
+from figures import delivering
+from scenario import CREDENTIALS, run, start_and_settle, start_with_alert, start_with_request_in_flight
+from tls_service import SILENCE, Reply
+
+
+def it_ends_at_once(stage):
+    with Desktop() as desktop:
+        starts = {
+            "idle": start_and_settle,
+            "a request in flight": start_with_request_in_flight,
+            "a large body being decoded": start_with_decode,
+            "the menu open": start_with_menu,
+            "an alert open": start_with_alert,
+            "both windows open": lambda stage: start_with_windows(stage, desktop),
+            "a connection test running": lambda stage: start_with_connection_test(stage, desktop),
+        }
+        ways = {
+            "Quit": lambda program: stage.panel.click("Quit Vantelo"),
+            "SIGTERM": lambda program: program.send(signal.SIGTERM),
+            "SIGINT": lambda program: program.send(signal.SIGINT),
+            "SIGTERM twice": lambda program: (program.send(signal.SIGTERM), program.send(signal.SIGTERM)),
+        }
+        for what, start in starts.items():
+            for way, end in ways.items():
+                stage.graph.answer = delivering(impressions=12345)
+                stage.preferences.write(**CREDENTIALS)
+                with start(stage) as program:
+                    end(program)
+                    seconds = program.expect_orderly_end(f"by {way} with {what}")
+                expect_kept_preferences(stage)
+                print(f"    {what}, {way}: {1000 * seconds:.0f} ms")
+
+
+def a_signal_at_any_instant_of_the_start_ends_it_in_order(stage):
+    """Before main() a signal still ends the process by itself; from then on the exit code is 0."""
+    too_early = 0
+    for milliseconds in range(0, 300, 10):
+        program = stage.start()
+        time.sleep(milliseconds / 1000)  # the instant is what is varied
+        begun = program.catches(signal.SIGTERM)
+        program.send(signal.SIGTERM)
+        wait_until(lambda: program.ended, "the end of the program")
+        if begun or program.exit_code != -signal.SIGTERM:
+            expect(program.exit_code, 0, f"The exit code {milliseconds} ms after the start")
+        else:
+            too_early += 1
+        expect_kept_preferences(stage)
+    print(f"    {too_early} of 30 came before main()")
+    expect(too_early < 30, True, "Whether any signal came after main() had begun")
+
+
+def a_signal_in_the_first_moments_ends_it_in_order(stage):
+    """While the application object is being made: just as it opens the plug-in for the screen."""
+    with start_and_settle(stage) as program:
+        plugin = program.library("/platforms/")
+    for number in ("SIGTERM", "SIGINT"):
+        inject = ["-e", "trace=openat", "-e", f"inject=openat:signal={number}:when=1", "-P", plugin]
+        program = stage.start(under=["strace", "-f", "-o", "/dev/null", *inject])
+        program.expect_orderly_end(f"by {number} while it opens {plugin}", within=10)
+
+
+def start_with_decode(stage):
+    """A body as large as they may be, and small rows, so that decoding takes its time."""
+    rows = b'{"impressions":"1"},' * (16 * 1024 * 1024 // 20 - 2)
+    stage.graph.answer = lambda request: Reply(b'{"data":[' + rows + b"{}]}", compressed=False)
+    program = stage.start()
+    poll_until(program.is_decoding, "the decoding of a body")
+    return program
+
+
+def start_with_menu(stage):
+    program = start_and_settle(stage)
+    stage.panel.open_menu()
+    return program
+
+
+def start_with_windows(stage, desktop):
+    program = start_with_settings(stage, desktop)
+    desktop.press(Atspi.Role.PUSH_BUTTON, "Setup Guide")
+    desktop.window("Setup Guide")
+    return program
+
+
+def start_with_connection_test(stage, desktop):
+    program = start_with_settings(stage, desktop)
+    stage.graph.answer = lambda request: SILENCE
+    desktop.press(Atspi.Role.PUSH_BUTTON, "Test Connection")
+    stage.wait_for_requests(4)
+    return program
+
+
+def start_with_settings(stage, desktop):
+    program = start_and_settle(stage, **desktop.environment)
+    stage.panel.click("Settings…")
+    desktop.window("Vantelo Settings")
+    return program
+
+
+def expect_kept_preferences(stage):
+    stored = stage.preferences.read()
+    expect({key: stored.get(key) for key in CREDENTIALS}, CREDENTIALS, "What is stored")
+
+
+STEPS = [
+    it_ends_at_once,
+    a_signal_in_the_first_moments_ends_it_in_order,
+    a_signal_at_any_instant_of_the_start_ends_it_in_order,
+]
+
+
+sys.exit(run(STEPS))
