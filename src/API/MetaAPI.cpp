@@ -22,22 +22,31 @@ using Result = tl::expected<Stats, MetaAPIError>;
 template <class Stats>
 using FiguresOfRow = Stats (*)(const InsightRow &);
 
+/// The service quotes a token that it cannot read, and messages go where others look: menus, buses, screens.
+QString withoutToken(QString message, const QString &token)
+{
+    constexpr qsizetype shortest = 20; // what is shorter is no token and may be an ordinary word
+    return token.size() < shortest ? message : message.replace(token, u"…"_s);
+}
+
 /// The HTTP status is no argument on purpose: what a body means is decided by what it decodes to.
 template <class Stats>
-Result<Stats> statsFromBody(const QByteArray &body, FiguresOfRow<Stats> figures)
+Result<Stats> statsFromBody(const QByteArray &body, FiguresOfRow<Stats> figures, const QString &token)
 {
     const auto response = decodeJson<InsightsResponse>(body);
     if (!response)
         return tl::unexpected(MetaAPIError::networkError(describe(response.error())));
-    if (response->error)
-        return tl::unexpected(MetaAPIError::apiError(response->error->message.value_or(u"Unknown API error"_s)));
+    if (response->error) {
+        const QString message = response->error->message.value_or(u"Unknown API error"_s);
+        return tl::unexpected(MetaAPIError::apiError(withoutToken(message, token)));
+    }
     if (!response->data || response->data->empty())
         return Stats();
     return figures(response->data->front());
 }
 
 template <class Stats>
-QCoro::Task<Result<Stats>> fetch(QString address, FiguresOfRow<Stats> figures)
+QCoro::Task<Result<Stats>> fetch(QString address, FiguresOfRow<Stats> figures, QString token)
 {
     // Qt's tolerant mode rejects nothing, so a token with a blank in it would never be told to the user.
     const QUrl url(address, QUrl::StrictMode);
@@ -47,7 +56,7 @@ QCoro::Task<Result<Stats>> fetch(QString address, FiguresOfRow<Stats> figures)
     if (!body)
         co_return tl::unexpected(MetaAPIError::networkError(body.error().description));
     // Off the main thread, so that a large body does not stall the menu.
-    co_return co_await QtConcurrent::run(statsFromBody<Stats>, *body, figures);
+    co_return co_await QtConcurrent::run(statsFromBody<Stats>, *body, figures, token);
 }
 
 } // namespace
@@ -59,7 +68,7 @@ QCoro::Task<tl::expected<TodayStats, MetaAPIError>> MetaAPI::fetchTodayInsights(
                      u"impressions,spend,inline_link_clicks,cost_per_inline_link_click"
                      "&date_preset=today&access_token="_s,
                      token),
-        &Figures::today);
+        &Figures::today, token);
 }
 
 QCoro::Task<tl::expected<SevenDayStats, MetaAPIError>> MetaAPI::fetch7DayInsights(
@@ -69,7 +78,7 @@ QCoro::Task<tl::expected<SevenDayStats, MetaAPIError>> MetaAPI::fetch7DayInsight
                      u"spend,impressions,frequency,reach,cost_per_inline_link_click,inline_link_click_ctr,actions"
                      "&date_preset=last_7d&access_token="_s,
                      token),
-        &Figures::sevenDay);
+        &Figures::sevenDay, token);
 }
 
 QString MetaAPI::insightsAddress(const QString &accountId, const QString &query, const QString &token) const

@@ -166,6 +166,21 @@ private Q_SLOTS:
         QCOMPARE(errorOfToday(), u""_s);
     }
 
+    void aMessageThatQuotesTheTokenIsShownWithoutIt()
+    {
+        const QString token = u"EAAB0123456789abcdef0123456789"_s;
+        reply(json("{'error': {'message': 'Malformed access token EAAB0123456789abcdef0123456789!'}}"));
+        QCOMPARE(errorOfToday(token), u"Malformed access token …!"_s);
+        QCOMPARE(QCoro::waitFor(m_api.fetch7DayInsights(token, u"act_42"_s)).error().errorDescription(),
+            u"Malformed access token …!"_s);
+    }
+
+    void aWordThatStandsInTheTokensPlaceIsNoQuote()
+    {
+        reply(json("{'error': {'message': 'Invalid token'}}"));
+        QCOMPARE(errorOfToday(u"token"_s), u"Invalid token"_s);
+    }
+
     void whatDoesNotDecodeIsANetworkError_data()
     {
         QTest::addColumn<QByteArray>("body");

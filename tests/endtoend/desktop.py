@@ -3,12 +3,13 @@
 """A private X11 screen on which the program's windows are found and pressed as a screen reader does it."""
 
 import os
+import re
 import subprocess
 
 import gi
 
 gi.require_version("Atspi", "2.0")
-from gi.repository import Atspi, GLib  # noqa: E402
+from gi.repository import Atspi, Gio, GLib  # noqa: E402
 
 from events import poll_until  # noqa: E402
 
@@ -22,8 +23,9 @@ class Desktop:
         os.close(write)
         with os.fdopen(read) as number:
             os.environ["DISPLAY"] = ":" + number.readline().strip()
-        self.environment = {"DISPLAY": os.environ["DISPLAY"], "QT_QPA_PLATFORM": "xcb",
-                            "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"}
+        Atspi.set_timeout(10_000, 30_000)  # milliseconds; the machine may be busy
+        self.screen = {"DISPLAY": os.environ["DISPLAY"], "QT_QPA_PLATFORM": "xcb"}
+        self.environment = {**self.screen, "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"}
 
     def __enter__(self):
         return self
@@ -31,6 +33,20 @@ class Desktop:
     def __exit__(self, *_):
         self._screen.terminate()
         self._screen.wait()
+
+    @staticmethod
+    def bus_address():
+        """Of the bus on which assistive programs listen."""
+        session = Gio.bus_get_sync(Gio.BusType.SESSION)
+        return session.call_sync("org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress", None, None,
+                                 Gio.DBusCallFlags.NONE, -1, None).unpack()[0]
+
+    def properties(self):
+        """All that the windows tell other programs on the screen."""
+        tree = subprocess.run(["xwininfo", "-root", "-tree"], check=True, capture_output=True, text=True).stdout
+        windows = re.findall(r"^ +(0x[0-9a-f]+) ", tree, re.MULTILINE)
+        return tree.encode() + b"".join(
+            subprocess.run(["xprop", "-id", window], capture_output=True).stdout for window in windows)
 
     def texts(self):
         """All that the windows tell: names, descriptions, contents."""
@@ -48,6 +64,11 @@ class Desktop:
         poll_until(lambda: (node := self._find(role, name)) and found.append(node) is None, f"{role} {name!r}")
         return found[0]
 
+    def wait_for_any(self, role, but):
+        """Waits for something with the role and another name than this."""
+        poll_until(lambda: any(node.get_role() == role and node.get_name() != but
+                               for node in self._nodes(self._program())), f"{role}, but not {but!r}")
+
     def press(self, role, name):
         node = self.wait_for(role, name)
         names = [Atspi.Action.get_action_name(node, i) for i in range(Atspi.Action.get_n_actions(node))]
@@ -58,6 +79,20 @@ class Desktop:
         Atspi.Component.grab_focus(node)
         poll_until(lambda: node.get_state_set().contains(Atspi.StateType.FOCUSED), f"the focus on {name!r}")
 
+    # The same without assistive technology, by title and keyboard
+
+    @staticmethod
+    def wait_for_screen(title):
+        """Waits until the window is shown and has the keyboard."""
+        subprocess.run(["xdotool", "search", "--sync", "--onlyvisible", "--name", f"^{title}$", "windowfocus"],
+                       check=True, capture_output=True)
+
+    def close_window(self, title):
+        self.wait_for_screen(title)
+        self.keys("Escape")
+        poll_until(lambda: subprocess.run(["xdotool", "search", "--onlyvisible", "--name", f"^{title}$"],
+                                          capture_output=True).returncode != 0, f"{title!r} to close")
+
     @staticmethod
     def type(text):
         subprocess.run(["xdotool", "type", "--delay", "2", text], check=True)
@@ -67,8 +102,11 @@ class Desktop:
         subprocess.run(["xdotool", "key", *keys], check=True)
 
     def _find(self, role, name):
-        return next((node for node in self._nodes(self._program())
-                     if node.get_role() == role and node.get_name() == name), None)
+        try:
+            return next((node for node in self._nodes(self._program())
+                         if node.get_role() == role and node.get_name() == name), None)
+        except GLib.Error:  # the tree changed under our hands
+            return None
 
     @staticmethod
     def _program():

@@ -8,6 +8,9 @@ import time
 from gi.repository import GLib
 
 
+PATIENCE = 10.0  # seconds; generous, since it only ends a failing test
+
+
 class Failure(Exception):
     """Something is not as it should be; the message says what."""
 
@@ -17,11 +20,12 @@ def something_happened():
     GLib.MainContext.default().wakeup()
 
 
-def wait_until(condition, what, seconds=10.0):
-    """Runs the main loop until the condition holds. The deadline is generous: it only ends a failing test.
+def wait_until(condition, what):
+    """Runs the main loop until the condition holds, for as long as patience lasts.
 
     `what` is a text, or a function that makes one once the wait was in vain.
     """
+    seconds = PATIENCE
     deadline = time.monotonic() + seconds
     alarm = GLib.timeout_source_new(int(seconds * 1000) + 1)
     alarm.set_callback(lambda *_: GLib.SOURCE_CONTINUE)

@@ -29,8 +29,8 @@ WEEK = insights(WEEK_FIELDS, "last_7d")
 START = [TODAY, WEEK, FEED]  # what one start asks for, in this order
 
 
-def start_and_settle(stage, **environment):
-    program = stage.start(**environment)
+def start_and_settle(stage, under=(), **environment):
+    program = stage.start(under, **environment)
     stage.wait_for_requests(3)
     stage.panel.wait_for_title("🟢 12,345")
     stage.panel.wait_for_rows(figure_rows())

@@ -64,11 +64,11 @@ class Stage:
 
 
 class BusMonitor:
-    """Writes down every message on the session bus."""
+    """Writes down every message on the session bus, or on another one."""
 
-    def __init__(self, environment):
-        self._process = subprocess.Popen(["dbus-monitor", "--session", "--binary"], env=environment,
-                                         stdout=subprocess.PIPE)
+    def __init__(self, environment, address=None):
+        bus = ["--address", address] if address else ["--session"]
+        self._process = subprocess.Popen(["dbus-monitor", *bus, "--binary"], env=environment, stdout=subprocess.PIPE)
         self._messages = Recording(self._process.stdout)
         wait_until(lambda: self._messages.bytes, "the bus monitor")
 

@@ -82,6 +82,7 @@ def start_with_decode(stage):
     rows = b'{"impressions":"1"},' * (16 * 1024 * 1024 // 20 - 2)
     stage.graph.answer = lambda request: Reply(b'{"data":[' + rows + b"{}]}", compressed=False)
     program = stage.start()
+    stage.wait_for_requests(1)  # before that, host names are looked up in a pool as well
     poll_until(program.is_decoding, "the decoding of a body")
     return program
 

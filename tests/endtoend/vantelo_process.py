@@ -51,6 +51,11 @@ class VanteloProcess:
     def pid(self):
         return self._process.pid
 
+    def child(self):
+        """The program itself, where it runs under another one."""
+        with open(f"/proc/{self.pid}/task/{self.pid}/children", encoding="ascii") as file:
+            return int(file.read().split()[0])
+
     @property
     def output(self):
         """What it has written to standard output and standard error."""
@@ -70,7 +75,7 @@ class VanteloProcess:
             return next(line.split()[-1] for line in file if part in line)
 
     def is_decoding(self):
-        """Whether a thread of the pool, which decodes bodies and does nothing else, is at work."""
+        """Whether a thread of a pool is at work: while nothing is looked up, the one that decodes bodies."""
         threads = [task.name for task in Path(f"/proc/{self.pid}/task").iterdir()]
         return any(self._status("Name", task) == "Thread" and self._status("State", task) == "R" for task in threads)
 
@@ -127,6 +132,9 @@ class PreferenceFile:
         file = self._parser()
         file.read(self.path)
         return dict(file["General"])
+
+    def holds(self, values):
+        return self.path.is_file() and values.items() <= self.read().items()
 
     def mode(self):
         return stat.S_IMODE(self.path.stat().st_mode)

@@ -1,0 +1,60 @@
+#!/usr/bin/python3
+# SPDX-FileCopyrightText: 2026 The Vantelo authors
+# SPDX-License-Identifier: MIT
+"""The program under valgrind: start, set-up, refreshes, both windows, end. No error, and nothing lost.
+
+    test_memory.py path/to/vantelo
+"""
+
+import sys
+from pathlib import Path
+
+sys.dont_write_bytecode = True  # the source tree stays clean
+sys.path.append(str(Path(__file__).resolve().parents[1] / "support"))
+
+import events
+import namespace
+from desktop import Desktop
+from events import Failure, poll_until
+from figures import delivering, failing, figure_rows
+from scenario import ACCOUNT, TOKEN, run
+
+VALGRIND = ["valgrind", "--quiet", "--error-exitcode=99", "--leak-check=full", "--show-leak-kinds=definite",
+            "--errors-for-leak-kinds=definite", "--num-callers=30", "--gen-suppressions=all",
+            f"--suppressions={Path(__file__).with_name('valgrind.supp')}"]
+
+events.PATIENCE = 100.0  # seconds; everything takes its time here
+
+
+def it_handles_memory_rightly(stage):
+    log = namespace.private_folder("log") / "valgrind"
+    stage.preferences.remove()
+    with Desktop() as desktop, stage.start(under=[*VALGRIND, f"--log-file={log}"], **desktop.screen) as program:
+        stage.panel.click("Setup Guide…")
+        desktop.close_window("Setup Guide")
+        stage.panel.click("Open Settings…")
+        desktop.wait_for_screen("Vantelo Settings")
+        desktop.type(TOKEN)
+        desktop.keys("Tab")
+        desktop.type(ACCOUNT)
+        poll_until(lambda: stage.preferences.holds({"accessToken": TOKEN, "adAccountId": ACCOUNT}), "the credentials")
+        desktop.keys("Tab", "Tab", "Tab", "space")  # past the threshold, to the connection test
+        stage.panel.wait_for_title("🟢 12,345")
+        stage.panel.wait_for_rows(figure_rows())
+        desktop.close_window("Vantelo Settings")
+        stage.graph.answer = failing("(#17) User request limit reached", 400)
+        stage.panel.click("🔄 Refresh")
+        stage.panel.wait_for_title("⚪ ERR")
+        stage.graph.answer = delivering(impressions=12346)
+        stage.graph.hang_up()
+        stage.panel.click("🔄 Refresh")
+        stage.panel.wait_for_rows(figure_rows())
+        stage.panel.click("Settings…")
+        desktop.wait_for_screen("Vantelo Settings")
+        stage.panel.click("Quit Vantelo")
+        program.expect_orderly_end("by Quit under valgrind", within=events.PATIENCE)
+    if found := log.read_text():
+        raise Failure("valgrind has found:\n" + found)
+
+
+sys.exit(run([it_handles_memory_rightly]))
