@@ -15,8 +15,8 @@ sys.path.append(str(Path(__file__).resolve().parents[1] / "support"))
 import events
 import namespace
 from desktop import Desktop
-from events import Failure, poll_until
-from figures import delivering, failing, figure_rows
+from events import Failure, expect, poll_until, wait_until
+from figures import delivering, error_rows, failing, figure_rows
 from scenario import ACCOUNT, TOKEN, run
 
 VALGRIND = ["valgrind", "--quiet", "--error-exitcode=99", "--leak-check=full", "--show-leak-kinds=definite",
@@ -44,7 +44,7 @@ def it_handles_memory_rightly(stage):
         desktop.close_window("Vantelo Settings")
         stage.graph.answer = failing("(#17) User request limit reached", 400)
         stage.panel.click("🔄 Refresh")
-        stage.panel.wait_for_title("⚪ ERR")
+        stage.panel.wait_for_rows(error_rows("(#17) User request limit reached"))
         stage.graph.answer = delivering(impressions=12346)
         stage.graph.hang_up()
         stage.panel.click("🔄 Refresh")
@@ -52,9 +52,10 @@ def it_handles_memory_rightly(stage):
         stage.panel.click("Settings…")
         desktop.wait_for_screen("Vantelo Settings")
         stage.panel.click("Quit Vantelo")
-        program.expect_orderly_end("by Quit under valgrind", within=events.PATIENCE)
+        wait_until(lambda: program.ended, "the end")
     if found := log.read_text():
         raise Failure("valgrind has found:\n" + found)
+    expect(program.exit_code, 0, "The exit code")
 
 
 sys.exit(run([it_handles_memory_rightly]))
