@@ -5,6 +5,8 @@
 
 #include "Platform/PlainNumber.h"
 
+#include <cmath>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -44,7 +46,7 @@ std::optional<double> preferenceAs(const QVariant &stored)
 {
     bool isNumber = false;
     const double number = isScalar(stored) ? stored.toDouble(&isNumber) : 0.0;
-    return isNumber ? std::optional(number) : std::nullopt;
+    return isNumber && std::isfinite(number) ? std::optional(number) : std::nullopt;
 }
 
 template <>

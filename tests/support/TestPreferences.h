@@ -24,5 +24,8 @@ public:
     void writeFile(const QByteArray &content) const;
 
 private:
+    /// The same file by another name: within a process Qt shares what it knows of a file among all who name it alike.
+    QString outsideFileName() const;
+
     QTemporaryDir m_directory;
 };

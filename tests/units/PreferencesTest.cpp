@@ -5,11 +5,14 @@
 #include "Platform/AppStorage.h"
 #include "TestPreferences.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QTest>
 
+#include <csignal>
 #include <memory>
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
@@ -28,6 +31,23 @@ mode_t currentMask()
     ::umask(mask);
     return mask;
 }
+
+/// No file can grow beyond 4 KiB while this lives: a full disk for this process alone, but for short outputs.
+class FullDisk {
+public:
+    FullDisk()
+    {
+        std::signal(SIGXFSZ, SIG_IGN);
+        ::getrlimit(RLIMIT_FSIZE, &m_before);
+        const rlimit none{.rlim_cur = 4096, .rlim_max = m_before.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &none);
+    }
+    ~FullDisk() { ::setrlimit(RLIMIT_FSIZE, &m_before); }
+    Q_DISABLE_COPY_MOVE(FullDisk)
+
+private:
+    rlimit m_before{};
+};
 
 } // namespace
 
@@ -183,11 +203,195 @@ private Q_SLOTS:
         m_preferences->writeFile("\0\xff]][[\nno equals sign\n=\n[General\ntext=lost"_ba);
         text().get();
         text().set(u"new"_s);
+        m_store = std::make_unique<DefaultsStore>();
         QCOMPARE(text().get(), u"new"_s);
-        QCOMPARE(m_preferences->stored(u"text"_s).toString(), u"new"_s);
+    }
+
+    void linesThatCannotBeReadStayAndAreToldOnce()
+    {
+        m_preferences->writeFile("[General]\ntext=kept\nno equals sign\n\xff=1\ninteger=20\n"_ba);
+        OutputCapture output;
+        QCOMPARE(text().get(), u"kept"_s);
+        QCOMPARE(integer().get(), 20);
+        text().set(u"new"_s);
+        QCOMPARE(integer().get(), 20);
+        QCOMPARE(content(), "[General]\ninteger=20\ntext=new\nno equals sign\n\xff=1\n"_ba);
+        QCOMPARE(output.diagnostics(),
+            "Vantelo: Parts of the preference file cannot be read; they stay in it as they are.\n"_ba);
+    }
+
+    void valuesThatCannotBeReadStayUntilTheyAreReplaced()
+    {
+        m_preferences->writeFile("[General]\ninteger=\"20\nforeign=@Variant(\\0)\ntext=\xe4\n"_ba);
+        QCOMPARE(text().get(), u"fallback"_s);
+        QCOMPARE(integer().get(), 15);
+        real().set(1.5);
+        QCOMPARE(content(), "[General]\nforeign=@Variant(\\0)\ninteger=\"20\nreal=1.5\ntext=\xe4\n"_ba);
+        text().set(u"new"_s);
+        QCOMPARE(content(), "[General]\nforeign=@Variant(\\0)\ninteger=\"20\nreal=1.5\ntext=new\n"_ba);
+    }
+
+    void commentsStay()
+    {
+        m_preferences->writeFile("; by hand\n[General]\ntext=old\n[Window]\n;x=1\ny=2 ; two\n"_ba);
+        OutputCapture output;
+        text().set(u"new"_s);
+        QCOMPARE(content(), "[General]\ntext=new\n\n[Window]\ny=2 ; two\n; by hand\n;x=1\n"_ba);
+        QCOMPARE(output.diagnostics(), ""_ba);
+    }
+
+    void aSectionWithoutItsHeaderIsNotTakenForTheOneBefore()
+    {
+        m_preferences->writeFile("[General]\ntext=own\n[Other\ntext=foreign\n[Third]\nx=1\n"_ba);
+        QCOMPARE(text().get(), u"own"_s);
+        integer().set(20);
+        QCOMPARE(content(), "[General]\ninteger=20\ntext=own\n\n[Third]\nx=1\n[Other\ntext=foreign\n"_ba);
+        m_store = std::make_unique<DefaultsStore>();
+        QCOMPARE(text().get(), u"own"_s);
+    }
+
+    void noValueMakesAnObject_data()
+    {
+        QTest::addColumn<QByteArray>("value");
+        const QByteArray number = "Variant(\\0\\0\\0\\x2\\0\\0\\0\\0\\x5)"_ba;
+        QTest::newRow("a number") << "@" + number;
+        QTest::newRow("a list that would fill the memory") << "@Variant(\\0\\0\\0\\t\\0\\xff\\xff\\xff\\xff)"_ba;
+        QTest::newRow("a date") << "@DateTime(\\0\\0\\0\\x10\\0)"_ba;
+        QTest::newRow("in quotes") << "\"@" + number + '"';
+        QTest::newRow("in parts") << "\"@V\"\"ariant(\\0)\""_ba;
+        QTest::newRow("with escapes") << "\\x40" + number;
+        QTest::newRow("with octal escapes") << "\\100" + number;
+        QTest::newRow("behind an unknown escape") << "\\q@" + number;
+        QTest::newRow("behind a byte order mark") << "\xEF\xBB\xBF@" + number;
+        QTest::newRow("behind half a character") << "\"\xE4\"@" + number;
+        QTest::newRow("in a list") << "1, @" + number;
+    }
+
+    void noValueMakesAnObject()
+    {
+        QFETCH(const QByteArray, value);
+        m_preferences->writeFile("[General]\ntext=" + value + "\ninteger=20\n");
+        const QVariant read = m_store->value(u"text"_s);
+        QVERIFY(!read.isValid() || read.typeId() == QMetaType::QString);
+        QCOMPARE(integer().get(), 20);
+    }
+
+    void whatPeopleAndOtherProgramsWriteIsRead_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::newRow("comments and blanks") << "; by hand\n\n[General] ; here\n\ttext = own ; the text\n"_ba;
+        QTest::newRow("lines of another system") << "[General]\r\ntext=own\r\n"_ba;
+        QTest::newRow("a byte order mark") << "\xEF\xBB\xBF[General]\ntext=own\n"_ba;
+        QTest::newRow("a byte order mark alone") << "\xEF\xBB\xBFtext=own\n"_ba;
+        QTest::newRow("values of other kinds")
+            << "[General]\nbytes=@ByteArray(\\x1\\xff)\nlist=1, \"a, b\"\nnone=@Invalid()\ntext=own\n"_ba;
+        QTest::newRow("names of other kinds") << "[A%20b]\nc\\d%5B=1\n[%General]\nx=1\n[General]\ntext=own\n"_ba;
+        QTest::newRow("quotes") << "[General]\ntext = \"own\" ; the text\n"_ba;
+        QTest::newRow("the section in small letters") << "[general]\ntext=own\n"_ba;
+        QTest::newRow("no section") << "text=own\n"_ba;
+        QTest::newRow("a long line") << "[General]\nlong=" + QByteArray(1'000'000, 'x') + "\ntext=own\n";
+    }
+
+    void whatPeopleAndOtherProgramsWriteIsRead()
+    {
+        QFETCH(const QByteArray, content);
+        m_preferences->writeFile(content);
+        OutputCapture output;
+        QCOMPARE(text().get(), u"own"_s);
+        QCOMPARE(output.diagnostics(), ""_ba);
+    }
+
+    void everyTextCanBeReadAgain_data()
+    {
+        QTest::addColumn<QString>("value");
+        QTest::newRow("an object's beginning") << u"@Variant(\0\0)"_s;
+        QTest::newRow("an object amid a text") << u"a=1, @Variant(x); b"_s;
+        QTest::newRow("control characters") << u"\1\x1f"
+                                               "f\0"
+                                               "0\x7f\u00e4\u0080"_s;
+        QTest::newRow("quotes and escapes") << u"\"\\\"'\\x40@\\"_s;
+        QTest::newRow("a section") << u"[General]\naccessToken=x\r\n"_s;
+        QTest::newRow("an emoji") << u"🟢 @ Ω"_s;
+    }
+
+    void everyTextCanBeReadAgain()
+    {
+        QFETCH(const QString, value);
+        text().set(value);
+        QCOMPARE(m_preferences->stored(u"text"_s).toString(), value);
+        m_store.reset();
+        m_preferences->write(u"foreign"_s, value);
+        m_store = std::make_unique<DefaultsStore>();
+        QCOMPARE(text().get(), value);
+        QCOMPARE(m_store->value(u"foreign"_s).toString(), value);
+    }
+
+    void noTimeIsEndless()
+    {
+        for (const QByteArray value : {"nan", "inf", "-inf", "1e999"}) {
+            m_preferences->writeFile("[General]\nreal=" + value + '\n');
+            QCOMPARE(real().get(), 0.5);
+        }
+    }
+
+    void aDirectoryInPlaceOfTheFileIsToldAndLeftAlone()
+    {
+        QVERIFY(QDir().mkpath(m_preferences->fileName()));
+        OutputCapture output;
+        text().set(u"kept"_s);
+        QCOMPARE(text().get(), u"kept"_s);
+        QVERIFY(QFileInfo(m_preferences->fileName()).isDir());
+        QCOMPARE(output.diagnostics(),
+            "Vantelo: The preferences cannot be saved; changes last until the program ends.\n"_ba);
+    }
+
+    void aLinkToTheFileIsFollowed()
+    {
+        const QTemporaryDir elsewhere;
+        const QString target = elsewhere.filePath(u"target.conf"_s);
+        text().set(u"old"_s);
+        QVERIFY(QFile::rename(m_preferences->fileName(), target));
+        QVERIFY(QFile::link(target, m_preferences->fileName()));
+        ::chmod(QFile::encodeName(target).constData(), 0644);
+        QCOMPARE(text().get(), u"old"_s);
+        text().set(u"new"_s);
+        QVERIFY(QFileInfo(m_preferences->fileName()).isSymLink());
+        QVERIFY(fileContent(target).contains("text=new"));
+        QCOMPARE(modeOf(target), 0600);
+    }
+
+    void aFullDiskIsToldAndLosesNothing_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::newRow("a whole file") << "[General]\ntext=old\n"_ba;
+        QTest::newRow("a damaged file") << "[General\n" + QByteArray(5000, 'x') + "\n[General]\ntext=old\n";
+    }
+
+    void aFullDiskIsToldAndLosesNothing()
+    {
+        QFETCH(const QByteArray, content);
+        m_preferences->writeFile(content);
+        const QString longText(5000, u'y');
+        OutputCapture output;
+        {
+            const FullDisk disk;
+            QCOMPARE(text().get(), u"old"_s);
+            text().set(longText);
+            QCOMPARE(text().get(), longText);
+        }
+        QCOMPARE(this->content(), content);
+        QVERIFY(output.diagnostics().endsWith(
+            "Vantelo: The preferences cannot be saved; changes last until the program ends.\n"));
     }
 
 private:
+    static QByteArray fileContent(const QString &name)
+    {
+        QFile file(name);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    QByteArray content() const { return fileContent(m_preferences->fileName()); }
+
     AppStorage<QString> text() { return {*m_store, u"text"_s, u"fallback"_s}; }
     AppStorage<std::int64_t> integer() { return {*m_store, u"integer"_s, 15}; }
     AppStorage<double> real() { return {*m_store, u"real"_s, 0.5}; }

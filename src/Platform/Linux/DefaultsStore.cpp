@@ -5,6 +5,7 @@
 
 #include "Platform/Deployment.h"
 #include "Platform/Log.h"
+#include "Platform/Linux/PreferenceFormat.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -39,7 +40,7 @@ void tighten(const QString &path)
 } // namespace
 
 DefaultsStore::DefaultsStore()
-    : m_settings(QSettings::NativeFormat, QSettings::UserScope, u"Vantelo"_s, Deployment::domain())
+    : m_settings(PreferenceFormat::format(), QSettings::UserScope, u"Vantelo"_s, Deployment::domain())
 {
     // Without this a key that the user's file lacks would be looked for in files shared with others.
     m_settings.setFallbacksEnabled(false);
@@ -48,12 +49,12 @@ DefaultsStore::DefaultsStore()
 QVariant DefaultsStore::value(const QString &key) const
 {
     sync();
-    return m_settings.value(key);
+    return PreferenceFormat::value(m_settings.value(key));
 }
 
 void DefaultsStore::setValue(const QString &key, const QVariant &value)
 {
-    m_settings.setValue(key, value);
+    m_settings.setValue(key, PreferenceFormat::stored(value));
     sync();
     const bool failed = m_settings.status() == QSettings::AccessError;
     if (failed && !m_writeFailed)
