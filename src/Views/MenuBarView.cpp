@@ -24,13 +24,22 @@ double costPerResult(const SevenDayStats &stats)
     return stats.conversions < 1 ? 0.0 : stats.spend / static_cast<double>(stats.conversions);
 }
 
+bool isInsidePair(const QString &text, qsizetype position)
+{
+    return position > 0 && position < text.size() && text.at(position - 1).isHighSurrogate() &&
+           text.at(position).isLowSurrogate();
+}
+
 /// The first characters as a reader counts them: a family of joined emoji or a flag is one.
 QString firstCharacters(const QString &text, int count)
 {
     QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
     qsizetype end = 0;
-    for (int i = 0; i < count && end >= 0; ++i)
+    for (int i = 0; i < count && end >= 0; ++i) {
         end = finder.toNextBoundary();
+        if (isInsidePair(text, end)) // Qt cuts an emoji in two where it follows an Indic letter
+            end = finder.toNextBoundary();
+    }
     return end < 0 ? text : text.first(end);
 }
 

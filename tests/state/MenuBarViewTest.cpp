@@ -146,6 +146,14 @@ private Q_SLOTS:
         QCOMPARE(errorText(), character.repeated(59));
     }
 
+    void anEmojiBehindAnIndicLetterIsOneCharacter()
+    {
+        refreshWithError(u"ਊ🐀"_s.repeated(60).toUtf8());
+        QCOMPARE(errorText(), u"ਊ🐀"_s.repeated(30));
+        refreshWithError((u"x"_s.repeated(58) + u"ਊ🐀🐀"_s).toUtf8());
+        QCOMPARE(errorText(), u"x"_s.repeated(58) + u"ਊ🐀"_s);
+    }
+
     void anEmptyErrorIsAnEmptyRow()
     {
         refreshWithError("");
