@@ -7,7 +7,8 @@
 
 void useActivationToken(const QString &token)
 {
-    // Where Qt looks for it, and clears it once used.
-    if (!token.isEmpty())
+    // Where Qt looks for it, and clears it once used. With a text of any length there no program could be started.
+    constexpr qsizetype longest = 1024;
+    if (!token.isEmpty() && token.size() <= longest)
         qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8());
 }
