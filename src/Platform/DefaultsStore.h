@@ -12,7 +12,7 @@
 ///
 /// The file holds the access token, so the file and its lock are readable and writable by the user alone from
 /// their first byte, and are made so when they are found wider. A store that cannot be written is told on
-/// standard output once; the values then live on in memory.
+/// standard output, once until it can be written again; the values meanwhile live on in memory.
 class DefaultsStore {
 public:
     DefaultsStore();
@@ -22,6 +22,7 @@ public:
     void setValue(const QString &key, const QVariant &value);
 
 private:
+    bool isSaved() const;
     void sync() const;
 
     mutable QSettings m_settings;

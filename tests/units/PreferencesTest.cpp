@@ -198,6 +198,31 @@ private Q_SLOTS:
             "Vantelo: The preferences cannot be saved; changes last until the program ends.\n"_ba);
     }
 
+    void aStoreThatCanBeWrittenAgainSavesEverythingAndTellsTheNextFailureAnew()
+    {
+        OutputCapture output;
+        QVERIFY(QDir().mkpath(m_preferences->fileName())); // a folder in place of the file
+        text().set(u"kept"_s);
+        QVERIFY(QDir().rmdir(m_preferences->fileName()));
+        integer().set(20);
+        QCOMPARE(m_preferences->stored(u"text"_s).toString(), u"kept"_s);
+        QVERIFY(QFile::remove(m_preferences->fileName()));
+        QVERIFY(QDir().mkpath(m_preferences->fileName()));
+        integer().set(21);
+        QCOMPARE(output.diagnostics().count("cannot be saved"), 2);
+    }
+
+    void aFileThatCouldNotBeReadForAWhileIsNoFailureToWrite()
+    {
+        OutputCapture output;
+        QVERIFY(QDir().mkpath(m_preferences->fileName()));
+        QCOMPARE(text().get(), u"fallback"_s);
+        QVERIFY(QDir().rmdir(m_preferences->fileName()));
+        text().set(u"new"_s);
+        QCOMPARE(m_preferences->stored(u"text"_s).toString(), u"new"_s);
+        QCOMPARE(output.diagnostics(), ""_ba);
+    }
+
     void aBrokenFileNeitherCrashesNorBlocksWriting()
     {
         m_preferences->writeFile("\0\xff]][[\nno equals sign\n=\n[General\ntext=lost"_ba);

@@ -56,10 +56,20 @@ void DefaultsStore::setValue(const QString &key, const QVariant &value)
 {
     m_settings.setValue(key, PreferenceFormat::stored(value));
     sync();
-    const bool failed = m_settings.status() == QSettings::AccessError;
+    const bool failed = !isSaved();
     if (failed && !m_writeFailed)
         logLine(u"The preferences cannot be saved; changes last until the program ends."_s);
     m_writeFailed = failed;
+}
+
+/// The status of a QSettings never recovers from an error, so a new one is asked. All share what is still to be
+/// written.
+bool DefaultsStore::isSaved() const
+{
+    const PrivateFileCreation guard;
+    QSettings settings(PreferenceFormat::format(), QSettings::UserScope, u"Vantelo"_s, Deployment::domain());
+    settings.sync();
+    return settings.status() != QSettings::AccessError;
 }
 
 void DefaultsStore::sync() const
