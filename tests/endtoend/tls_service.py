@@ -172,8 +172,9 @@ class _Handler(http.server.BaseHTTPRequestHandler):
         if reply is SILENCE:
             self.close_connection = True
             return
-        body = gzip.compress(reply.body) if reply.compressed else reply.body
-        encoding = {"Content-Encoding": "gzip"} if reply.compressed else {}
+        body, encoding = reply.body, {}
+        if reply.compressed and "gzip" in self.headers.get("Accept-Encoding", ""):
+            body, encoding = gzip.compress(body), {"Content-Encoding": "gzip"}
         self.send_response(reply.status)
         for name, value in {**encoding, "Content-Length": str(len(body)), **reply.headers}.items():
             self.send_header(name, value)
