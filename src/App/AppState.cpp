@@ -115,6 +115,7 @@ QString AppState::normalisedAccountId() const
 /// Only a rise between two successful fetches is a change. A fall, when the day rolls over, is none.
 void AppState::rememberImpressions(std::int64_t impressions)
 {
+    const DefaultsStore::Transaction together(m_defaults); // a count is never stored without its time
     const bool rose = impressions > m_lastImpressions.get();
     if (rose || m_lastChangeTimestamp.get() == 0.0)
         store(m_lastChangeTimestamp, secondsSince1970());

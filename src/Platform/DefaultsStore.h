@@ -21,10 +21,24 @@ public:
     QVariant value(const QString &key) const;
     void setValue(const QString &key, const QVariant &value);
 
+    /// Reads and writes while it lives are one: they see the store as it was at its begin, and what was written
+    /// reaches the disk at its end, together. Short, and without another one inside.
+    class Transaction {
+    public:
+        explicit Transaction(DefaultsStore &store);
+        ~Transaction();
+        Q_DISABLE_COPY_MOVE(Transaction)
+
+    private:
+        DefaultsStore &m_store;
+    };
+
 private:
     bool isSaved() const;
     void sync() const;
+    void save();
 
     mutable QSettings m_settings;
+    bool m_inTransaction = false;
     bool m_writeFailed = false;
 };

@@ -107,6 +107,27 @@ private Q_SLOTS:
         QCOMPARE(text().get(), u"second"_s);
     }
 
+    void writesOfATransactionReachTheFileTogetherAtItsEnd()
+    {
+        {
+            const DefaultsStore::Transaction together(*m_store);
+            integer().set(12345);
+            QCOMPARE(integer().get(), 12345);
+            real().set(0.25);
+            QVERIFY(!QFile::exists(m_preferences->fileName()));
+        }
+        QCOMPARE(m_preferences->stored(u"integer"_s).toString(), u"12345"_s);
+        QCOMPARE(m_preferences->stored(u"real"_s).toString(), u"0.25"_s);
+    }
+
+    void aTransactionSeesWhatAnotherProgramWroteBeforeIt()
+    {
+        QCOMPARE(text().get(), u"fallback"_s);
+        m_preferences->writeFile("[General]\ntext=foreign\n");
+        const DefaultsStore::Transaction together(*m_store);
+        QCOMPARE(text().get(), u"foreign"_s);
+    }
+
     void keysOfOtherProgramsAreKept()
     {
         m_preferences->write(u"foreign"_s, u"kept"_s);

@@ -28,13 +28,14 @@ private:
     mode_t m_previous;
 };
 
+/// By the system's own calls: this runs at each read, and QFile takes several for the same.
 void tighten(const QString &path)
 {
-    constexpr QFile::Permissions others =
-        QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup | QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
-    const QFile::Permissions permissions = QFile::permissions(path);
-    if (permissions.testAnyFlags(others))
-        QFile::setPermissions(path, permissions & ~others);
+    constexpr mode_t others = S_IRWXG | S_IRWXO;
+    const QByteArray name = QFile::encodeName(path);
+    struct stat status {};
+    if (::stat(name.constData(), &status) == 0 && (status.st_mode & others) != 0)
+        ::chmod(name.constData(), status.st_mode & ~others);
 }
 
 } // namespace
@@ -48,13 +49,32 @@ DefaultsStore::DefaultsStore()
 
 QVariant DefaultsStore::value(const QString &key) const
 {
-    sync();
+    if (!m_inTransaction)
+        sync();
     return PreferenceFormat::value(m_settings.value(key));
 }
 
 void DefaultsStore::setValue(const QString &key, const QVariant &value)
 {
     m_settings.setValue(key, PreferenceFormat::stored(value));
+    if (!m_inTransaction)
+        save();
+}
+
+DefaultsStore::Transaction::Transaction(DefaultsStore &store) : m_store(store)
+{
+    m_store.sync();
+    m_store.m_inTransaction = true;
+}
+
+DefaultsStore::Transaction::~Transaction()
+{
+    m_store.m_inTransaction = false;
+    m_store.save();
+}
+
+void DefaultsStore::save()
+{
     sync();
     const bool failed = !isSaved();
     if (failed && !m_writeFailed)
