@@ -192,6 +192,18 @@ private Q_SLOTS:
         QCOMPARE(m_refreshes, 0);
     }
 
+    void rowsThatLookAsBeforeRunTheirNewActions()
+    {
+        int newActions = 0;
+        m_extra->setRows({MenuRow::button(u"x"_s, [] {})});
+        QTRY_COMPARE(m_host->labels(), QStringList({u"x"_s}));
+        m_host->takeSignals();
+        m_extra->setRows({MenuRow::button(u"x"_s, [&] { ++newActions; })});
+        m_host->click(m_host->idOf(u"x"_s));
+        QTRY_COMPARE(newActions, 1);
+        QCOMPARE(m_host->takeSignals(), QJsonArray());
+    }
+
     void theActionRunsAfterTheReply()
     {
         std::optional<bool> answered;

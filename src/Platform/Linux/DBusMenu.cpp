@@ -38,6 +38,12 @@ QVariantMap chosen(const QVariantMap &properties, const QStringList &names)
     return some;
 }
 
+bool lookAlike(const MenuRows &rows, const MenuRows &others)
+{
+    return std::ranges::equal(
+        rows, others, [](const MenuRow &a, const MenuRow &b) { return a.kind == b.kind && a.text == b.text; });
+}
+
 } // namespace
 
 DBusMenu::DBusMenu(QDBusConnection connection, const QString &path)
@@ -50,8 +56,9 @@ DBusMenu::DBusMenu(QDBusConnection connection, const QString &path)
 
 void DBusMenu::setRows(const MenuRows &rows)
 {
-    m_rows = rows;
-    announceChanges();
+    const MenuRows before = std::exchange(m_rows, rows);
+    if (!lookAlike(before, rows))
+        announceChanges();
 }
 
 void DBusMenu::setUnderscores(Underscores underscores)
