@@ -5,12 +5,10 @@
 
 #include "API/Figures.h"
 #include "API/InsightsResponse.h"
+#include "Platform/Decoding.h"
 #include "Platform/Deployment.h"
 #include "Platform/HttpSession.h"
 #include "Platform/JsonReader.h"
-
-#include <QCoroFuture>
-#include <QtConcurrentRun>
 
 using namespace Qt::StringLiterals;
 
@@ -55,8 +53,8 @@ QCoro::Task<Result<Stats>> fetch(QString address, FiguresOfRow<Stats> figures, Q
     const auto body = co_await HttpSession::shared().data(url);
     if (!body)
         co_return tl::unexpected(MetaAPIError::networkError(body.error().description));
-    // Off the main thread, so that a large body does not stall the menu.
-    co_return co_await QtConcurrent::run(statsFromBody<Stats>, *body, figures, token);
+    const auto decode = [figures, token](const QByteArray &bytes) { return statsFromBody(bytes, figures, token); };
+    co_return co_await decoded(*body, decode);
 }
 
 } // namespace

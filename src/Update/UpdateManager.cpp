@@ -4,6 +4,7 @@
 #include "Update/UpdateManager.h"
 
 #include "Platform/Alert.h"
+#include "Platform/Decoding.h"
 #include "Platform/Deployment.h"
 #include "Platform/HttpSession.h"
 #include "Platform/JsonReader.h"
@@ -70,6 +71,17 @@ Alert errorAlert(const QString &description)
     };
 }
 
+QCoro::Task<tl::expected<RemoteUpdate, TransferError>> fetchUpdate(QUrl url)
+{
+    const auto body = co_await HttpSession::shared().data(url);
+    if (!body)
+        co_return tl::unexpected(body.error());
+    const auto update = co_await decoded(*body, &decodeJson<RemoteUpdate>);
+    if (!update)
+        co_return tl::unexpected(TransferError{.description = describe(update.error())});
+    co_return *update;
+}
+
 } // namespace
 
 UpdateManager &UpdateManager::shared()
@@ -85,15 +97,14 @@ UpdateManager::UpdateManager() : m_updateURL(Deployment::updateFeedUrl(), QUrl::
 
 QCoro::Task<> UpdateManager::checkForUpdates(bool silent) const
 {
-    const auto body = co_await HttpSession::shared().data(m_updateURL);
-    if (!body && body.error().cancelled)
+    const auto update = co_await fetchUpdate(m_updateURL);
+    if (!update && update.error().cancelled)
         co_return;
-    const auto update =
-        body ? decodeJson<RemoteUpdate>(*body).map_error(&describe) : tl::unexpected(body.error().description);
     if (!update) {
-        logLine(u"Failed to check for updates - "_s + update.error());
+        const QString description = update.error().description;
+        logLine(u"Failed to check for updates - "_s + description);
         if (!silent)
-            co_await showErrorAlert(update.error());
+            co_await showErrorAlert(description);
         co_return;
     }
     if (isVersionNewer(update->version, runningVersion()))
