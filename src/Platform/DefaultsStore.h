@@ -7,6 +7,8 @@
 #include <QString>
 #include <QVariant>
 
+#include <memory>
+
 /// The user's preferences, in the place where the system keeps them. Nothing is cached: every read sees what
 /// another program wrote, every write reaches the disk at once and whole.
 ///
@@ -34,11 +36,9 @@ public:
     };
 
 private:
-    bool isSaved() const;
-    void sync() const;
     void save();
 
-    mutable QSettings m_settings;
+    std::unique_ptr<QSettings> m_settings;
     bool m_inTransaction = false;
     bool m_writeFailed = false;
 };
