@@ -23,6 +23,12 @@ QJsonObject row(int id, const QString &type, const QString &label, bool enabled)
     return {{u"id"_s, id}, {u"type"_s, type}, {u"label"_s, label}, {u"enabled"_s, enabled}, {u"visible"_s, true}};
 }
 
+/// What goes out about a row that has a new text: to see, and for screen readers.
+QJsonArray newText(int id, const QString &text)
+{
+    return {id, QJsonObject{{u"label"_s, text}, {u"accessible-desc"_s, text}}};
+}
+
 } // namespace
 
 class StatusMenuTest : public QObject {
@@ -93,8 +99,7 @@ private Q_SLOTS:
         MenuRows rows = figures(u"$2.00"_s);
         rows[0].text = u"📊 Yesterday"_s;
         m_extra->setRows(rows);
-        const QJsonArray changed{QJsonArray{1, QJsonObject{{u"label"_s, u"📊 Yesterday"_s}}},
-            QJsonArray{2, QJsonObject{{u"label"_s, u"💰 Spend: $2.00"_s}}}};
+        const QJsonArray changed{newText(1, u"📊 Yesterday"_s), newText(2, u"💰 Spend: $2.00"_s)};
         QCOMPARE(m_host->takeSignals(), QJsonArray({QJsonObject{{u"member"_s, u"ItemsPropertiesUpdated"_s},
                                             {u"arguments"_s, QJsonArray{changed, QJsonArray()}}}}));
         QTRY_COMPARE(m_host->labels().first(2), QStringList({u"📊 Yesterday"_s, u"💰 Spend: $2.00"_s}));
@@ -123,7 +128,7 @@ private Q_SLOTS:
         m_host->takeSignals();
         m_extra->setRows(figures(u"$2.00"_s));
         // Hosts do not ask again about ids that they know.
-        const QJsonArray changed{QJsonArray{spend, QJsonObject{{u"label"_s, u"💰 Spend: $2.00"_s}}}};
+        const QJsonArray changed{newText(spend, u"💰 Spend: $2.00"_s)};
         const QJsonArray expected{
             QJsonObject{
                 {u"member"_s, u"ItemsPropertiesUpdated"_s}, {u"arguments"_s, QJsonArray{changed, QJsonArray()}}},
@@ -262,7 +267,8 @@ private Q_SLOTS:
         call("one row", u"GetLayout"_s, u"(6, -1, ['label', 'enabled'])"_s,
             R"([2, [6, {"label": "Quit Vantelo", "enabled": true}, []]])");
         call("all of a row", u"GetLayout"_s, u"(3, 1, @as [])"_s,
-            R"([2, [3, {"type": "separator", "label": "", "enabled": false, "visible": true}, []]])");
+            R"([2, [3, {"type": "separator", "label": "", "accessible-desc": "", "enabled": false,
+                "visible": true}, []]])");
         call("a property that no row has", u"GetLayout"_s, u"(2, 0, ['shortcut'])"_s, R"([2, [2, {}, []]])");
         call("one property", u"GetProperty"_s, u"(2, 'label')"_s, R"(["💰 Spend: $1.00"])");
         call("some properties of some rows", u"GetGroupProperties"_s, u"([6, 2, 99, 6], ['label'])"_s,

@@ -20,6 +20,8 @@ QVariantMap propertiesOf(const MenuRow &row, Underscores underscores)
     return {
         {u"type"_s, divider ? u"separator"_s : u"standard"_s},
         {u"label"_s, menuLabel(row.text, underscores)},
+        // What a screen reader reads; libdbusmenu's GTK client would read the label's first text for ever.
+        {u"accessible-desc"_s, busText(row.text)},
         {u"enabled"_s, row.isCommand()},
         {u"visible"_s, true},
     };
