@@ -50,6 +50,12 @@ private:
     int m_count = 0;
 };
 
+void click(const QPoint &place)
+{
+    QProcess::execute(
+        u"xdotool"_s, {u"mousemove"_s, QString::number(place.x()), QString::number(place.y()), u"click"_s, u"1"_s});
+}
+
 QMenu *openMenu() { return qobject_cast<QMenu *>(QApplication::activePopupWidget()); }
 
 } // namespace
@@ -86,15 +92,47 @@ private Q_SLOTS:
     void aLeftClickOpensTheMenu()
     {
         QTRY_VERIFY_WITH_TIMEOUT(onScreen(green), 20'000);
-        const QPoint dot = onScreen(green).value();
-        QProcess::execute(
-            u"xdotool"_s, {u"mousemove"_s, QString::number(dot.x()), QString::number(dot.y()), u"click"_s, u"1"_s});
+        click(onScreen(green).value());
         QTRY_VERIFY(openMenu());
         QCOMPARE(openMenu()->actions().size(), 2);
         QTRY_VERIFY(openMenu()->isVisible());
         QTest::mouseClick(
             openMenu(), Qt::LeftButton, {}, openMenu()->actionGeometry(openMenu()->actions()[1]).center());
         QTRY_COMPARE(m_refreshes, 1);
+    }
+
+    void aClickSoonAfterAnotherOpensTheMenuAgain()
+    {
+        QTRY_VERIFY_WITH_TIMEOUT(onScreen(green), 20'000);
+        const QPoint dot = onScreen(green).value();
+        click(dot);
+        QTRY_VERIFY(openMenu());
+        openMenu()->close();
+        click(dot);
+        QTRY_VERIFY(openMenu());
+        openMenu()->close();
+    }
+
+    void aHostsMenuOpensWhereThePointerIs_data()
+    {
+        QTest::addColumn<QString>("named");
+        QTest::addColumn<QPoint>("place");
+        QTest::newRow("near the pointer, as on LXQt") << u"(410, 328)"_s << QPoint(410, 328);
+        QTest::newRow("in the applet's own pixels, as on MATE") << u"(5, 28)"_s << QPoint(400, 300);
+        QTest::newRow("nowhere") << u"(0, 0)"_s << QPoint(400, 300);
+    }
+
+    void aHostsMenuOpensWhereThePointerIs()
+    {
+        QFETCH(const QString, named);
+        StatusHost host;
+        host.startWatcher();
+        QTRY_VERIFY(host.hasItem());
+        QProcess::execute(u"xdotool"_s, {u"mousemove"_s, u"400"_s, u"300"_s});
+        host.callItem(u"Activate"_s, named);
+        QTRY_VERIFY(openMenu());
+        QTEST(openMenu()->pos(), "place");
+        openMenu()->close();
     }
 
     void theTrayGivesWayToAStatusAreaAndReturns()

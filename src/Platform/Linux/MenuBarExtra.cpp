@@ -19,6 +19,18 @@ using namespace std::chrono_literals;
 
 namespace {
 
+/// Where the menu goes: to the place that the host names, in the screen's own pixels. A host that does not know
+/// it says 0, and MATE's counts from the corner of its applet, so a place far from the pointer is not believed.
+QPoint placeOf(const QPoint &named)
+{
+    constexpr int farAway = 200; // more than a click on a panel is away from the panel's edge
+    const QPoint place = named / qGuiApp->devicePixelRatio();
+    const QPoint pointer = QCursor::pos();
+    const bool pointerIsKnown = QGuiApplication::platformName() == "xcb"_L1; // Wayland keeps it to itself
+    const bool wrong = pointerIsKnown && (place - pointer).manhattanLength() > farAway;
+    return named.isNull() || wrong ? pointer : place;
+}
+
 /// The item in the status area; where no status area is, an icon in the legacy tray.
 class StatusAreaExtra : public MenuBarExtra {
 public:
@@ -106,8 +118,7 @@ void StatusAreaExtra::popUp(const QPoint &position)
     if (!m_popUp)
         m_popUp = std::make_unique<RowsMenu>();
     m_popUp->setRows(m_rows);
-    // Hosts count the screen's own pixels; those that do not know where the pointer is say 0.
-    m_popUp->popup(position.isNull() ? QCursor::pos() : position / qGuiApp->devicePixelRatio());
+    m_popUp->popup(placeOf(position));
 }
 
 } // namespace

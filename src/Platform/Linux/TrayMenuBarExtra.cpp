@@ -25,7 +25,8 @@ TrayMenuBarExtra::TrayMenuBarExtra()
 {
     m_icon.setContextMenu(&m_menu);
     QObject::connect(&m_icon, &QSystemTrayIcon::activated, &m_menu, [this](QSystemTrayIcon::ActivationReason reason) {
-        if (reason == QSystemTrayIcon::Trigger)
+        // A click soon after another counts as the second half of a double click.
+        if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::DoubleClick)
             m_menu.popup(QCursor::pos());
     });
 }
