@@ -208,6 +208,26 @@ private Q_SLOTS:
         QCOMPARE(m_host->property(u"ToolTip"_s)[2], u"🔴 12,345"_s);
     }
 
+    // GNOME draws at each of both, and the picture that it found at the first could stay.
+    void aNewDotIsAnnouncedOnceWithItsDescription()
+    {
+        MenuBarLabel label = delivering(u"12,345"_s);
+        label.dot = StatusDot::Red;
+        label.accessibleDescription = u"Stopped"_s;
+        m_extra->setLabel(label);
+        QCOMPARE(m_host->takeSignalNames(), QStringList({u"NewIcon"_s, u"NewToolTip"_s}));
+        QCOMPARE(m_host->property(u"IconAccessibleDesc"_s), u"Stopped"_s);
+    }
+
+    void aNewDotIsAnnouncedOnceMoreLater()
+    {
+        MenuBarLabel label = delivering(u"12,345"_s);
+        label.dot = StatusDot::Red;
+        m_extra->setLabel(label);
+        m_host->takeSignalNames();
+        QTRY_COMPARE_WITH_TIMEOUT(m_host->takeSignalNames(), QStringList({u"NewIcon"_s}), 30'000);
+    }
+
     void aNewDescriptionAloneIsAnnouncedAsAProperty()
     {
         MenuBarLabel label = delivering(u"12,345"_s);

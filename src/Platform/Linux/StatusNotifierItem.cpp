@@ -11,6 +11,7 @@
 #include <utility>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 QString StatusNotifierItem::path() { return u"/org/ayatana/NotificationItem/vantelo"_s; }
 
@@ -21,6 +22,10 @@ StatusNotifierItem::StatusNotifierItem(QDBusConnection connection) : m_connectio
     registerStatusNotifierTypes();
     m_adaptor = new StatusNotifierItemAdaptor(*this);
     m_connection.registerObject(path(), this, QDBusConnection::ExportAdaptors);
+    // GNOME drops a new icon while it still draws the last one: the dot of a delivering account could stay white.
+    m_onceMore.setSingleShot(true);
+    m_onceMore.setInterval(10s);
+    connect(&m_onceMore, &QTimer::timeout, m_adaptor, &StatusNotifierItemAdaptor::NewIcon);
 }
 
 void StatusNotifierItem::setLabel(const MenuBarLabel &label)
@@ -30,13 +35,17 @@ void StatusNotifierItem::setLabel(const MenuBarLabel &label)
     next.accessibleDescription = busText(next.accessibleDescription);
     const MenuBarLabel before = std::exchange(m_label, next);
 
-    if (m_label.dot != before.dot)
+    if (m_label.dot != before.dot) {
         Q_EMIT m_adaptor->NewIcon();
+        m_onceMore.start();
+    }
     if (m_label.text != before.text)
         Q_EMIT m_adaptor->XAyatanaNewLabel(m_label.text, m_adaptor->labelGuide());
     if (m_label.whole() != before.whole())
         Q_EMIT m_adaptor->NewToolTip();
-    if (m_label.accessibleDescription != before.accessibleDescription)
+    // NewIcon has hosts read the description, too. GNOME draws the icon at either signal, and after two in a row the
+    // picture that it found at the first could stay.
+    if (m_label.dot == before.dot && m_label.accessibleDescription != before.accessibleDescription)
         announceAccessibleDescription();
 }
 

@@ -9,6 +9,7 @@
 #include <QDBusConnection>
 #include <QObject>
 #include <QPoint>
+#include <QTimer>
 
 class StatusNotifierItemAdaptor;
 
@@ -36,4 +37,5 @@ private:
     QDBusConnection m_connection;
     MenuBarLabel m_label;
     StatusNotifierItemAdaptor *m_adaptor = nullptr;
+    QTimer m_onceMore; ///< announces the newest dot a second time
 };
