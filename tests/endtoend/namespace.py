@@ -68,6 +68,21 @@ def _hosts():
     return private_folder("hosts") / "hosts"
 
 
+def hide_temporary_files(*kept):
+    """Gives the processes inside a /tmp of their own, with the sockets and locks of X servers. The kept paths stay."""
+    temporary = private_folder("tmp")
+    sockets = temporary / ".X11-unix"
+    sockets.mkdir()
+    sockets.chmod(0o1777)  # some X servers want it as it is on a whole system
+    for path in kept:
+        if path.is_relative_to("/tmp"):
+            folder = path if path.is_dir() else path.parent
+            place = temporary / folder.relative_to("/tmp")
+            place.mkdir(parents=True, exist_ok=True)
+            _mount_over(place, folder)
+    subprocess.run(["mount", "--rbind", str(temporary), "/tmp"], check=True)
+
+
 def private_folder(name):
     """A folder for this user alone; it lives in memory and goes with the namespace."""
     folder = _PRIVATE_FOLDER / name

@@ -1,0 +1,16 @@
+# SPDX-FileCopyrightText: 2026 The Vantelo authors
+# SPDX-License-Identifier: MIT
+
+from x11desktop import X11Desktop
+
+
+class Host(X11Desktop):
+    name = "KDE Plasma"
+    programs = ["plasmashell", "kded5", "kwin_x11"]
+    services = ["org.kde.kded5", "org.kde.ActivityManager", "org.kde.kglobalaccel"]
+    window_manager = ["kwin_x11"]
+    panel = ["plasmashell"]
+    accessible_names = ("plasmashell", "Plasma")
+    environment = {"XDG_CURRENT_DESKTOP": "KDE", "KDE_FULL_SESSION": "true", "KDE_SESSION_VERSION": "5",
+                   "QT_QUICK_BACKEND": "software", "KWIN_COMPOSE": "N",
+                   "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"}
