@@ -77,7 +77,7 @@ class Checks:
             heard[:] = self.host.spoken(self.screen)
             return next((text for text in heard if DESCRIPTIONS[label] in text or label in text), None)
 
-        return repr(watch(reads, lambda: f"a screen reader to read the state; it reads {heard}", seconds=5))
+        return repr(watch(reads, lambda: f"a screen reader to read the state; it reads {heard[:20]}", seconds=5))
 
     def a_click_opens_the_menu(self, label):
         milliseconds = self.menu.open(self.dot)
