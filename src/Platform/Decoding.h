@@ -12,7 +12,7 @@
 
 /// Bytes up to which a body is decoded in passing: that takes less than a millisecond, and a thread for it more. The
 /// service's own bodies have one or two thousand.
-inline constexpr qsizetype smallBody = 16 * 1024;
+inline constexpr qsizetype smallBody = qsizetype{16} * 1024;
 
 /// Applies a function that decodes to a whole body; a large one on another thread, so that the menu does not stall.
 template <class Decode>

@@ -59,7 +59,7 @@ DBusMenu::DBusMenu(QDBusConnection connection, const QString &path)
 void DBusMenu::setRows(const MenuRows &rows)
 {
     const MenuRows before = std::exchange(m_rows, rows);
-    if (!lookAlike(before, rows))
+    if (!lookAlike(rows, before))
         announceChanges();
 }
 
