@@ -24,10 +24,15 @@ double costPerResult(const SevenDayStats &stats)
     return stats.conversions < 1 ? 0.0 : stats.spend / static_cast<double>(stats.conversions);
 }
 
-bool isInsidePair(const QString &text, qsizetype position)
+/// Behind an Indic letter Qt takes the parts of what follows for characters of their own.
+bool belongsTogether(QChar before, QChar after)
 {
-    return position > 0 && position < text.size() && text.at(position - 1).isHighSurrogate() &&
-           text.at(position).isLowSurrogate();
+    constexpr QChar joiner(0x200D);
+    if (before == u'\r')
+        return after == u'\n';
+    if (before.isHighSurrogate())
+        return after.isLowSurrogate();
+    return before.category() != QChar::Other_Control && (after.isMark() || after == joiner);
 }
 
 /// The first characters as a reader counts them: a family of joined emoji or a flag is one.
@@ -36,9 +41,9 @@ QString firstCharacters(const QString &text, int count)
     QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
     qsizetype end = 0;
     for (int i = 0; i < count && end >= 0; ++i) {
-        end = finder.toNextBoundary();
-        if (isInsidePair(text, end)) // Qt cuts an emoji in two where it follows an Indic letter
+        do
             end = finder.toNextBoundary();
+        while (end > 0 && end < text.size() && belongsTogether(text.at(end - 1), text.at(end)));
     }
     return end < 0 ? text : text.first(end);
 }

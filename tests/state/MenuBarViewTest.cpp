@@ -146,12 +146,16 @@ private Q_SLOTS:
         QCOMPARE(errorText(), character.repeated(59));
     }
 
-    void anEmojiBehindAnIndicLetterIsOneCharacter()
+    void whatFollowsAnIndicLetterIsCountedAsAReaderCountsIt()
     {
         refreshWithError(u"ਊ🐀"_s.repeated(60).toUtf8());
         QCOMPARE(errorText(), u"ਊ🐀"_s.repeated(30));
         refreshWithError((u"x"_s.repeated(58) + u"ਊ🐀🐀"_s).toUtf8());
         QCOMPARE(errorText(), u"x"_s.repeated(58) + u"ਊ🐀"_s);
+        refreshWithError(u"ਊ\\r\\n"_s.repeated(60).toUtf8());
+        QCOMPARE(errorText(), u"ਊ\r\n"_s.repeated(30));
+        refreshWithError(u"ਊ❤\uFE0F"_s.repeated(60).toUtf8());
+        QCOMPARE(errorText(), u"ਊ❤\uFE0F"_s.repeated(30));
     }
 
     void anEmptyErrorIsAnEmptyRow()
