@@ -1,0 +1,116 @@
+# SPDX-FileCopyrightText: 2026 The Vantelo authors
+# SPDX-License-Identifier: MIT
+"""The preference file as other programs see it, and what they, the user and the disk do to it."""
+
+import itertools
+import os
+import re
+import shutil
+import subprocess
+
+LIST = ("a list",)  # how a value with a bare comma reads: of no kind that anybody asks for
+
+
+class PreferenceFile:
+    def __init__(self, disk):
+        """`disk` is the mount point of a small file system."""
+        self._disk = disk
+        self.folder = disk / "config" / "Vantelo"
+        self.path = self.folder / "Vantelo Test.conf"
+        self._ballast = disk / "ballast"
+        self._instants = itertools.count(1)
+        self.left_over = 0  # unfinished files of killed programs
+
+    # Reading
+
+    def values(self):
+        """What a reader finds under [General]; lines that are none of an INI file mean nothing."""
+        return parse(self.bytes())
+
+    def bytes(self):
+        return self.path.read_bytes() if self.path.is_file() else b""
+
+    def wider_than_the_user(self):
+        """The paths that others could read or write."""
+        return [str(path) for path in [self.folder, *self.folder.glob("*")] 
+                if path.exists() and path.stat().st_mode & 0o077]
+
+    def clear_left_over(self):
+        """Removes what a killed program left of its last write, and says whether it left anything."""
+        files = [path for path in self.folder.glob("*") if path != self.path]
+        for path in files:
+            path.unlink()
+        self.left_over += sum(path.suffix != ".lock" for path in files)
+
+    # Writing
+
+    def write(self, content):
+        self.folder.mkdir(mode=0o700, parents=True, exist_ok=True)
+        self.path.write_bytes(content)
+        self.path.chmod(0o600)
+        # Two writes within the same tick of the kernel's clock would bear the same time. Users are slower.
+        instant = 1_000_000_000 + next(self._instants)
+        os.utime(self.path, (instant, instant))
+
+    def write_values(self, values):
+        self.write(b"[General]\n" + b"".join(_line(key, value) for key, value in sorted(values.items())))
+
+    def truncate(self, length):
+        self.write(self.bytes()[:length])
+
+    def remove(self):
+        self.path.unlink(missing_ok=True)
+
+    def remove_folder(self):
+        shutil.rmtree(self.folder, ignore_errors=True)
+
+    def put_folder_in_place(self):
+        self.remove()
+        self.path.mkdir(mode=0o700)
+
+    def remove_folder_in_place(self):
+        self.path.rmdir()
+
+    def set_mode(self, mode):
+        self.path.chmod(mode)
+
+    def set_folder_mode(self, mode):
+        self.folder.chmod(mode)
+
+    def fill_disk(self):
+        with open(self._ballast, "wb", buffering=0) as ballast:
+            try:
+                while True:
+                    ballast.write(b"\0" * 4096)
+            except OSError:
+                pass
+
+    def free_disk(self):
+        self._ballast.unlink()
+
+
+def mount_small_disk(folder):
+    subprocess.run(["mount", "-t", "tmpfs", "-o", "size=128k,mode=0700", "none", str(folder)], check=True)
+
+
+def parse(content):
+    values, section = {}, "General"
+    for line in content.decode("latin-1").splitlines():
+        line = line.strip()
+        if line.startswith("["):
+            section = line[1:].split("]")[0]
+        elif "=" in line and not line.startswith(";") and section == "General":
+            key, value = line.split("=", 1)
+            values[key.strip()] = _value(value.strip())
+    return values
+
+
+def _value(text):
+    if text.startswith('"'):
+        return re.sub(r"\\(.)", r"\1", text[1:].split('"')[0])
+    return LIST if "," in text else text
+
+
+def _line(key, value):
+    text = "1, 2" if value == LIST else value if value.strip() == value else f'"{value}"'
+    return f"{key}={text}\n".encode("latin-1")
