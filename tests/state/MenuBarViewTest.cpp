@@ -179,6 +179,12 @@ private Q_SLOTS:
         QVERIFY(rows().contains(u"text 💵 Cost/Result: $0.00"_s));
     }
 
+    void aSingleResultCostsAllThatWasSpent()
+    {
+        refresh(todayBody, json("{'data': [{'spend': '10.0', 'actions': [{'action_type': 'lead', 'value': '1'}]}]}"));
+        QVERIFY(rows().contains(u"text 💵 Cost/Result: $10.00"_s));
+    }
+
     void negativeResultsCostNothing()
     {
         refresh(todayBody, json("{'data': [{'spend': '10.0', 'actions': [{'action_type': 'lead', 'value': '-2'}]}]}"));

@@ -3,6 +3,33 @@
 
 #include "AppStateFixture.h"
 
+#include <QTimer>
+
+#include <functional>
+
+namespace {
+
+/// Sees the ticks of every timer in the program while it lives.
+class TimerWatch : public QObject {
+public:
+    explicit TimerWatch(std::function<void(const QTimer &)> ticked) : m_ticked(std::move(ticked))
+    {
+        QCoreApplication::instance()->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (const auto *const timer = qobject_cast<QTimer *>(watched); timer && event->type() == QEvent::Timer)
+            m_ticked(*timer);
+        return false;
+    }
+
+private:
+    std::function<void(const QTimer &)> m_ticked;
+};
+
+} // namespace
+
 /// The polls: when they come, what they ask for, how they fail and overlap.
 class RefreshTest : public AppStateFixture {
     Q_OBJECT
@@ -59,6 +86,21 @@ private Q_SLOTS:
         QTRY_VERIFY(m_service->requestsWith("date_preset=today") >= 3);
         serve(12);
         QTRY_COMPARE(nameOf(m_state->status()), u"ok"_s);
+    }
+
+    void thePollsKeepTheirTime()
+    {
+        // The system may put off other kinds of timers by a twentieth, which is half a minute here.
+        const auto unusual = 17ms;
+        std::optional<Qt::TimerType> kind;
+        const TimerWatch watch([&](const QTimer &timer) {
+            if (timer.intervalAsDuration() == unusual)
+                kind = timer.timerType();
+        });
+        TestDeployment::setPollInterval(unusual);
+        m_state = AppState::create();
+        QTRY_VERIFY(kind);
+        QCOMPARE(*kind, Qt::PreciseTimer);
     }
 
     void aReleasedStatePollsNoMore()

@@ -96,11 +96,48 @@ private Q_SLOTS:
         QTEST(nameOf(m_state->status()), "status");
     }
 
-    void aChangeTimeThatIsNotPositiveIsOk()
+    void aChangeTimeIsKnownFromTheFirstMomentOf1970On_data()
     {
-        launchWith(90, 90, -5.0);
+        QTest::addColumn<double>("changed");
+        QTest::addColumn<QString>("status");
+        QTest::newRow("long before") << -5.0 << u"ok"_s;
+        QTest::newRow("just before") << -0.5 << u"ok"_s;
+        QTest::newRow("just after") << 0.5 << u"stale"_s;
+    }
+
+    void aChangeTimeIsKnownFromTheFirstMomentOf1970On()
+    {
+        QFETCH(const double, changed);
+        launchWith(90, 90, changed);
+        QTEST(nameOf(m_state->status()), "status");
+        QCOMPARE(changeTime(), changed);
+    }
+
+    void aChangeTimeOfZeroIsOkWhateverTheThreshold()
+    {
+        TestClock::set(0.0);
+        m_preferences->write(u"staleThresholdMinutes"_s, -5);
+        launchWith(90, 90, 0.0);
+        QCOMPARE(changeTime(), 0.0);
         QCOMPARE(nameOf(m_state->status()), u"ok"_s);
-        QCOMPARE(changeTime(), -5.0);
+    }
+
+    void aCountWithoutMemoryIsComparedWithZero_data()
+    {
+        QTest::addColumn<int>("count");
+        QTest::addColumn<double>("changed");
+        QTest::newRow("no rise") << 0 << start - 600;
+        QTest::newRow("a rise") << 1 << start;
+    }
+
+    void aCountWithoutMemoryIsComparedWithZero()
+    {
+        QFETCH(const int, count);
+        giveCredentials();
+        m_preferences->write(u"lastChangeTimestamp"_s, start - 600);
+        serve(count);
+        launch();
+        QTEST(changeTime(), "changed");
     }
 
     void theDifferenceOfTwoCountsDoesNotWrap()

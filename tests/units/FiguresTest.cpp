@@ -152,6 +152,25 @@ private Q_SLOTS:
             5);
     }
 
+    void eachResultTypeCountsAlone_data()
+    {
+        QTest::addColumn<QString>("type");
+        for (const char *const type : {"lead", "purchase", "complete_registration"})
+            QTest::newRow(type) << QString::fromLatin1(type);
+    }
+
+    void eachResultTypeCountsAlone()
+    {
+        QFETCH(const QString, type);
+        QCOMPARE(conversionsOf({{type, u"7"_s}}), 7);
+    }
+
+    void correctionsAreTakenOff()
+    {
+        QCOMPARE(conversionsOf({{u"lead"_s, u"5"_s}, {u"lead"_s, u"-2"_s}}), 3);
+        QCOMPARE(conversionsOf({{u"lead"_s, u"-2"_s}, {u"purchase"_s, u"-3"_s}}), -5);
+    }
+
     void everyMatchingEntryCountsDuplicatesIncluded()
     {
         QCOMPARE(conversionsOf({{u"purchase"_s, u"1"_s}, {u"purchase"_s, u"4"_s}}), 5);

@@ -19,6 +19,21 @@ class PlainNumberTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase()
+    {
+        // A session where a comma stands before the decimals, and a program that follows it, as Qt's do.
+        qputenv("LC_ALL", "de_DE.UTF-8");
+        QVERIFY2(std::setlocale(LC_ALL, ""), "the locale de_DE.UTF-8 is not installed");
+        QCOMPARE(std::localeconv()->decimal_point, ",");
+    }
+
+    void theUsersLocaleIsNotHeeded()
+    {
+        QCOMPARE(PlainNumber::real(u"12.5"_s), std::optional(12.5));
+        QCOMPARE(PlainNumber::real(u"12,5"_s), std::optional<double>());
+        QCOMPARE(PlainNumber::withTwoDecimals(12.5), u"12.50"_s);
+    }
+
     void twoDecimalsAsInC_data()
     {
         QTest::addColumn<double>("value");
