@@ -4,6 +4,7 @@
 #include "Platform/Linux/RowsMenu.h"
 
 #include <QDesktopServices>
+#include <QRegularExpression>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -63,6 +64,17 @@ private Q_SLOTS:
         QVERIFY(actions[1]->font().bold());
         QVERIFY(!actions[2]->font().bold());
         QVERIFY(actions[2]->font().pointSizeF() < actions[0]->font().pointSizeF());
+    }
+
+    void aMenuFontInPixelsKeepsItsSize()
+    {
+        QTest::failOnWarning(QRegularExpression(u"."_s)); // such as one about a size in points below zero
+        RowsMenu menu;
+        QFont inPixels = menu.font();
+        inPixels.setPixelSize(15);
+        menu.setFont(inPixels);
+        menu.setRows({MenuRow::line(u"1"_s, MenuRow::Style::Caption)});
+        QCOMPARE(menu.actions().constFirst()->font().pixelSize(), 15);
     }
 
     void aClickRunsTheAction()

@@ -176,6 +176,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("name");
         QTest::newRow("product") << u"Vantelo"_s << u"app.vantelo.Vantelo"_s;
         QTest::newRow("demo") << u"Vantelo Demo"_s << u"app.vantelo.Vantelo.Demo"_s;
+        QTest::newRow("digits, also at the end") << u"a1 2b Z9{"_s << u"app.vantelo.a1._32b.Z9_7b"_s;
         QTest::newRow("punctuation") << u"Vantelo 2.x-é"_s << u"app.vantelo.Vantelo._32_2ex_2d_c3_a9"_s;
     }
 

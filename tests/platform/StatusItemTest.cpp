@@ -259,6 +259,28 @@ private Q_SLOTS:
         openMenu()->close();
     }
 
+    void anOpenPopUpFollowsTheRowsAndIsUsedAgain()
+    {
+        m_host->callItem(u"ContextMenu"_s, u"(100, 50)"_s);
+        QTRY_VERIFY(openMenu());
+        const QMenu *const popUp = openMenu();
+        m_extra->setRows({MenuRow::line(u"📊 Tomorrow"_s), MenuRow::button(u"Quit & go"_s, [] {})});
+        QCOMPARE(popUp->actions().constFirst()->text(), u"📊 Tomorrow"_s);
+        openMenu()->close();
+        m_host->callItem(u"ContextMenu"_s, u"(100, 50)"_s);
+        QTRY_COMPARE(openMenu(), popUp);
+        openMenu()->close();
+    }
+
+    void aHostThatKnowsNoPlaceGetsThePopUpAtThePointer()
+    {
+        QCursor::setPos(70, 80);
+        m_host->callItem(u"ContextMenu"_s, u"(0, 0)"_s);
+        QTRY_VERIFY(openMenu());
+        QCOMPARE(openMenu()->pos(), QPoint(70, 80));
+        openMenu()->close();
+    }
+
     void middleClickAndWheelDoNothing()
     {
         QCOMPARE(m_host->callItem(u"SecondaryActivate"_s, u"(1, 2)"_s), QJsonObject({{u"value"_s, QJsonArray()}}));

@@ -193,6 +193,15 @@ private Q_SLOTS:
         QVERIFY(testButton()->hasFocus());
     }
 
+    void theKeyboardFocusStaysWhereTheUserPutItMeanwhile()
+    {
+        openWithCredentials();
+        QTest::mouseClick(testButton(), Qt::LeftButton);
+        accountField()->setFocus();
+        QTRY_VERIFY(!success().isEmpty());
+        QVERIFY(accountField()->hasFocus());
+    }
+
     void closingTheWindowDuringATestIsHarmless_data()
     {
         QTest::addColumn<QByteArray>("today");

@@ -50,6 +50,7 @@ private Q_SLOTS:
     void aLinkOpensByKeyboard_data();
     void aLinkOpensByKeyboard();
     void aLinkCanBePressedByScreenReaders();
+    void aLinkCanBeFocusedByScreenReaders();
     void textRowsAreNotClickable();
 
     void theCommandKeepsItsFiveLinesAndScrollsSideways();
@@ -230,6 +231,14 @@ void SetupGuideViewTest::aLinkCanBePressedByScreenReaders()
     QVERIFY(actions->actionNames().contains(QAccessibleActionInterface::pressAction()));
     actions->doAction(QAccessibleActionInterface::pressAction());
     QCOMPARE(m_opened, QList<QUrl>{QUrl(u"https://adsmanager.facebook.com/"_s)});
+}
+
+void SetupGuideViewTest::aLinkCanBeFocusedByScreenReaders()
+{
+    QAbstractButton *const reached = link(u"adsmanager.facebook.com"_s);
+    WindowTree::accessible(reached)->actionInterface()->doAction(QAccessibleActionInterface::setFocusAction());
+    QVERIFY(reached->hasFocus());
+    QVERIFY(m_opened.isEmpty());
 }
 
 void SetupGuideViewTest::textRowsAreNotClickable()
