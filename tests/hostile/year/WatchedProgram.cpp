@@ -8,6 +8,7 @@
 #include "App/AppState.h"
 #include "App/VanteloApp.h"
 #include "Platform/Alert.h"
+#include "Platform/PreferenceStorage.h"
 #include "Platform/Task.h"
 #include "TestClock.h"
 #include "TestDeployment.h"
@@ -19,7 +20,6 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QMessageBox>
-#include <QSettings>
 #include <QSocketNotifier>
 
 #include <csignal>
@@ -61,9 +61,8 @@ class Watched : public QObject {
     Q_OBJECT
 
 public:
-    Watched() : m_memory(QSettings::NativeFormat, QSettings::UserScope, u"Vantelo"_s, Deployment::domain())
+    Watched()
     {
-        m_memory.setFallbacksEnabled(false);
         connect(&m_commands, &QSocketNotifier::activated, this, &Watched::receive);
         connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this, &Watched::settle);
         qApp->installEventFilter(this);
@@ -125,6 +124,8 @@ private:
     void launch()
     {
         m_state = AppState::create();
+        m_memory = PreferenceStorage::open();
+        m_memory->setFallbacksEnabled(false);
         connect(m_state.get(), &AppState::objectWillChange, this, &Watched::dieIfDue);
         report(); // how the program stands before its first refresh
         // The start-up begins on the next turn of the event loop.
@@ -180,12 +181,12 @@ private:
     /// changes nothing.
     QJsonValue remembered(const QString &key) const
     {
-        const QVariant value = m_memory.value(key);
+        const QVariant value = PreferenceStorage::value(m_memory->value(key));
         return value.canConvert<QString>() ? QJsonValue(value.toString()) : QJsonValue();
     }
 
     TimeGate m_gate;
-    QSettings m_memory;
+    std::unique_ptr<QSettings> m_memory;
     QSocketNotifier m_commands{STDIN_FILENO, QSocketNotifier::Read};
     QByteArray m_received;
     std::shared_ptr<AppState> m_state;

@@ -22,7 +22,7 @@ def _file(change):
     """By another program while this one runs; the user then sets things right in Settings or in the file."""
     def happen(year):
         change(year)
-        year.store.file = year.file.values()
+        year.store.replace(year.file)
         yield
         year.mend()
     return happen
@@ -55,17 +55,19 @@ def _unreadable(change):
 
 def _replace_unread(year):
     _other_account(year)
-    year.store.file = year.file.values()
+    year.store.replace(year.file)
 
 
 def _folder_in_place(year):
     content = year.file.bytes()
     year.file.put_folder_in_place()
-    year.store.file, year.store.writable = {}, False
+    year.store.replace(year.file)
+    year.store.writable = False
     yield
     year.file.remove_folder_in_place()
     year.file.write(content)
-    year.store.file, year.store.writable = year.file.values(), True
+    year.store.replace(year.file)
+    year.store.writable = True
 
 
 def _clock(seconds):

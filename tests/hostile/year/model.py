@@ -8,11 +8,13 @@ two refreshes can be told apart when they overlap.
 """
 
 import json
+import math
 from dataclasses import dataclass, field
 
 from numbers_in_text import amount, integer_or_none, real_or_none, whole_number
 
 CANNOT_SAVE = "Vantelo: The preferences cannot be saved; changes last until the program ends."
+CANNOT_READ = "Vantelo: Parts of the preference file cannot be read; they stay in it as they are."
 WRONG_FORMAT = "The data couldn’t be read because it isn’t in the correct format."
 MISSING = "The data couldn’t be read because it is missing."
 RUNNING_VERSION = [1, 0, 0]
@@ -49,12 +51,18 @@ class Store:
 
     file: dict = field(default_factory=dict)
     known: dict = field(default_factory=dict)  # the file as it was last read
+    damaged: bool = False  # some line of the file means nothing
+    unseen: bool = True  # the file as it is now has not been read yet
     readable: bool = True
     writable: bool = True
     unsaved: dict = field(default_factory=dict)
     told: bool = False
     log: list = field(default_factory=list)
     history: list = field(default_factory=list)  # the file after each write, for a program that is killed amid them
+
+    def replace(self, file):
+        """Another program has changed the file, or removed it."""
+        self.file, self.damaged, self.unseen = file.values(), file.is_damaged(), True
 
     def text(self, key):
         found = self._find(key)
@@ -65,15 +73,17 @@ class Store:
         return default if found is None else found
 
     def real(self, key, default):
-        found = real_or_none(self._find(key))
+        found = finite_or_none(self._find(key))
         return default if found is None else found
 
     def write(self, key, value, kind):
         """Writes unless the very value stands there. A value of another kind is no value."""
-        found = self._find(key)
-        if kind(found) == value:
-            return
-        self.unsaved[key] = value if isinstance(value, str) else repr(value)
+        if kind(self._find(key)) != value:
+            self.write_together({key: value})
+
+    def write_together(self, values):
+        """All or none of them reaches the file."""
+        self.unsaved.update({key: value if isinstance(value, str) else repr(value) for key, value in values.items()})
         self._save()
         if self.unsaved and not self.told:
             self.log.append(CANNOT_SAVE)
@@ -88,11 +98,15 @@ class Store:
         self.unsaved.clear()
         self.known = {}
         self.told = False
+        self.unseen = True
 
     def _find(self, key):
         self._save()
         if self.readable:
             self.known = self.file
+            if self.unseen and self.damaged:
+                self.log.append(CANNOT_READ)
+            self.unseen = False
         return self.found(key)
 
     def _save(self):
@@ -100,6 +114,12 @@ class Store:
             self.file.update(self.unsaved)
             self.unsaved.clear()
             self.history.append(dict(self.file))
+
+
+def finite_or_none(found):
+    """A time."""
+    number = real_or_none(found)
+    return number if number is not None and math.isfinite(number) else None
 
 
 def text_or_none(found):
@@ -190,9 +210,12 @@ class Model:
     def _remember(self, impressions):
         before = self.store.integer("lastImpressions", 0)
         changed = self.store.real("lastChangeTimestamp", 0.0)
+        fresh = {}
         if impressions - before > 0 or changed == 0.0:
-            self.store.write("lastChangeTimestamp", self.now, real_or_none)
-        self.store.write("lastImpressions", impressions, integer_or_none)
+            fresh["lastChangeTimestamp"] = self.now
+        if impressions != before or integer_or_none(self.store.found("lastImpressions")) is None:
+            fresh["lastImpressions"] = impressions
+        self.store.write_together(fresh)
 
     def _health(self):
         changed = self.store.real("lastChangeTimestamp", 0.0)

@@ -30,6 +30,20 @@ class PreferenceFile:
     def bytes(self):
         return self.path.read_bytes() if self.path.is_file() else b""
 
+    def is_damaged(self):
+        """Whether some line is neither a preference nor a section, a comment or a blank."""
+        section_is_whole = True
+        for line in re.split(r"[\r\n]", self.bytes().decode("latin-1")):
+            line = line.strip(" \t\r\n\f\v")
+            if line.startswith("["):
+                section_is_whole = bool(re.fullmatch(r"\[[\w.%-]+\]\s*(;.*)?", line, re.ASCII))
+            if not line or line.startswith(";"):
+                continue
+            entry = re.match(r"[\w.%\\-]+[ \t]*=", line, re.ASCII)
+            if not section_is_whole or not (entry or line.startswith("[")):
+                return True
+        return False
+
     def wider_than_the_user(self):
         """The paths that others could read or write."""
         return [str(path) for path in [self.folder, *self.folder.glob("*")] 

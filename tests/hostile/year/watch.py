@@ -5,11 +5,11 @@
 import collections
 import time
 
-from model import integer_or_none, real_or_none, text_or_none
+from model import finite_or_none, integer_or_none, text_or_none
 from replies import SILENCE
 
 KINDS = {"accessToken": text_or_none, "adAccountId": text_or_none, "staleThresholdMinutes": integer_or_none,
-         "lastImpressions": integer_or_none, "lastChangeTimestamp": real_or_none}
+         "lastImpressions": integer_or_none, "lastChangeTimestamp": finite_or_none}
 
 REMEMBERED = ("lastImpressions", "lastChangeTimestamp")
 
@@ -32,7 +32,9 @@ class Watch:
     def launch(self, choose_reply):
         self.program.start(self.service.origin)
         self.model.relaunch()
+        self.model.store.text("accessToken")  # the program looks into its preferences at once
         at_first = self._expected()
+        self.model.log.clear()
         self._announce(self.model.start_up(), choose_reply)
         self.program.order("launch", self.model.now)
         self._compare(at_first)
@@ -148,7 +150,7 @@ class Watch:
             raise Divergence(f"after a death the preferences are\n  {found}\nand were, in this order,\n  {possible}")
         require(self.file.wider_than_the_user(), [], "others can read or write")
         self.file.clear_left_over()
-        self.model.store.file = found
+        self.model.store.replace(self.file)
         self.model.log.clear()
         self.model.alerts.clear()
         return f"{steps[-1]} of {len(possible) - 1} writes done"

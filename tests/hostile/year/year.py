@@ -11,7 +11,7 @@ import replies
 from account import Account
 from deck import Deck
 from mishaps import MISHAPS
-from model import Failed, Model, integer_or_none, real_or_none
+from model import Failed, Model, finite_or_none, integer_or_none
 from preferences import PreferenceFile
 from program import Program
 from service import Service
@@ -115,7 +115,7 @@ class Year:
         sound = {key: value for key, value in self.file.values().items()
                  if isinstance(value, str) and key != "staleThresholdMinutes"}
         self.file.write_values(sound | threshold | {"accessToken": self.token(), "adAccountId": "act_731"})
-        self.store.file = self.file.values()
+        self.store.replace(self.file)
 
     def token(self):
         return f"{SECRET}{self.dice.randrange(2**64):016x}"
@@ -134,7 +134,7 @@ class Year:
 
     def _edit_amid(self):
         self.file.write_values(self.file.values() | {"accessToken": self.token(), "adAccountId": "act_732"})
-        self.store.file = self.file.values()
+        self.store.replace(self.file)
 
     def _between_polls(self):
         chance, some = self.dice.random(), self.now + self.dice.randrange(1, 599_000) / 1000
@@ -146,7 +146,7 @@ class Year:
             self._perform("test", self.model.test_connection(), some)
 
     def _becomes_stale(self):
-        changed = real_or_none(self.store.found("lastChangeTimestamp")) or 0.0
+        changed = finite_or_none(self.store.found("lastChangeTimestamp")) or 0.0
         threshold = integer_or_none(self.store.found("staleThresholdMinutes"))
         return changed + 60.0 * (15 if threshold is None else threshold)
 
