@@ -20,12 +20,12 @@ def something_happened():
     GLib.MainContext.default().wakeup()
 
 
-def wait_until(condition, what):
-    """Runs the main loop until the condition holds, for as long as patience lasts.
+def wait_until(condition, what, seconds=None):
+    """Runs the main loop until the condition holds, for so many seconds or as long as patience lasts.
 
     `what` is a text, or a function that makes one once the wait was in vain.
     """
-    seconds = PATIENCE
+    seconds = seconds or PATIENCE
     deadline = time.monotonic() + seconds
     alarm = GLib.timeout_source_new(int(seconds * 1000) + 1)
     alarm.set_callback(lambda *_: GLib.SOURCE_CONTINUE)
