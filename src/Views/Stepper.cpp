@@ -42,7 +42,8 @@ public:
     QVariant minimumStepSize() const override { return qlonglong{m_stepper->range().step}; }
     void setCurrentValue(const QVariant &value) override
     {
-        m_stepper->moveBy(value.toLongLong() > m_stepper->value() ? 1 : -1);
+        if (const qlonglong wanted = value.toLongLong(); wanted != m_stepper->value())
+            m_stepper->moveBy(wanted > m_stepper->value() ? 1 : -1);
     }
 
 private:

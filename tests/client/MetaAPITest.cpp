@@ -181,6 +181,13 @@ private Q_SLOTS:
         QCOMPARE(errorOfToday(u"token"_s), u"Invalid token"_s);
     }
 
+    void aTokenHasTwentyCharactersAtLeast()
+    {
+        reply(json("{'error': {'message': 'No 01234567890123456789'}}"));
+        QCOMPARE(errorOfToday(u"01234567890123456789"_s), u"No …"_s);
+        QCOMPARE(errorOfToday(u"0123456789012345678"_s), u"No 01234567890123456789"_s);
+    }
+
     void whatDoesNotDecodeIsANetworkError_data()
     {
         QTest::addColumn<QByteArray>("body");

@@ -6,6 +6,7 @@
 #include "LoopbackService.h"
 #include "OutputCapture.h"
 #include "Platform/Alert.h"
+#include "Platform/HttpSession.h"
 #include "Platform/Task.h"
 #include "TestDeployment.h"
 
@@ -167,9 +168,17 @@ private Q_SLOTS:
         QVERIFY(m_opened.isEmpty());
     }
 
+    void anInvalidDownloadAddressDoesNothing_data()
+    {
+        QTest::addColumn<QByteArray>("address");
+        QTest::newRow("no address at all") << "https://not a url/"_ba;
+        QTest::newRow("a blank that nobody encoded") << "https://vantelo.example/a b"_ba;
+    }
+
     void anInvalidDownloadAddressDoesNothing()
     {
-        serve(json("{'version': '9', 'download_url': 'https://not a url/'}"));
+        QFETCH(const QByteArray, address);
+        serve(json("{'version': '9', 'download_url': '") + address + json("'}"));
         check(false);
         press(u"Download Now"_s);
         QTRY_COMPARE(Task::running(), 0);
@@ -273,6 +282,17 @@ private Q_SLOTS:
         Alert::dismissAll(); // before the answer has reached the check
         QTRY_COMPARE(Task::running(), 0);
         QCOMPARE(m_opened, QList<QUrl>({QUrl(downloadAddress)}));
+    }
+
+    void aCancelledCheckEndsWithoutAWord()
+    {
+        m_service->answerAll(Reply::silence());
+        OutputCapture output;
+        check(false);
+        QTRY_COMPARE(m_service->requests().size(), 1);
+        HttpSession::shared().cancelAll();
+        QCOMPARE(Task::running(), 0);
+        QCOMPARE(output.diagnostics(), QByteArray());
     }
 
     void dismissedAlertsEndTheirChecks()

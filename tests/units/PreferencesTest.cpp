@@ -351,6 +351,8 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("value");
         QTest::newRow("an object's beginning") << u"@Variant(\0\0)"_s;
+        QTest::newRow("what looks like an object") << u"@Variant(x)"_s;
+        QTest::newRow("an at sign") << u"@home"_s;
         QTest::newRow("an object amid a text") << u"a=1, @Variant(x); b"_s;
         QTest::newRow("control characters") << u"\1\x1f"
                                                "f\0"
@@ -370,6 +372,12 @@ private Q_SLOTS:
         m_store = std::make_unique<DefaultsStore>();
         QCOMPARE(text().get(), value);
         QCOMPARE(m_store->value(u"foreign"_s).toString(), value);
+    }
+
+    void anAtSignAloneMakesNoObject()
+    {
+        m_preferences->writeFile("[General]\ntext=@home\n");
+        QCOMPARE(text().get(), u"@home"_s);
     }
 
     void noTimeIsEndless()

@@ -28,6 +28,17 @@ private Q_SLOTS:
     {
         QCOMPARE(preferenceAs<bool>(QVariant(true)), true);
         QCOMPARE(preferenceAs<bool>(QVariant(false)), false);
+        QCOMPARE(preferenceAs<bool>(QVariant(u"1"_s)), true);
+        QCOMPARE(preferenceAs<bool>(QVariant(u"0"_s)), false);
+    }
+
+    void listsAndBytesAreNeitherNumberNorFlag()
+    {
+        for (const QVariant &stored : {QVariant(QStringList{u"1"_s}), QVariant("1"_ba)}) {
+            QVERIFY(!preferenceAs<std::int64_t>(stored));
+            QVERIFY(!preferenceAs<double>(stored));
+            QVERIFY(!preferenceAs<bool>(stored));
+        }
     }
 
     void aNumberOrAFlagIsNoText()

@@ -82,7 +82,7 @@ class ScreenReaderTest(unittest.TestCase):
         environment = dict(os.environ, QT_QPA_PLATFORM="xcb", QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
         cls.events = []
         cls.listener = Atspi.EventListener.new(cls.note)
-        for kind in ("object:text-changed", "object:state-changed:showing"):
+        for kind in ("object:text-changed", "object:state-changed:showing", "object:property-change:accessible-value"):
             cls.listener.register(kind)
         cls.program = subprocess.Popen([PROGRAM], env=environment, stdout=subprocess.DEVNULL)
         cls.settings = cls.window("Vantelo Settings")
@@ -109,6 +109,11 @@ class ScreenReaderTest(unittest.TestCase):
         wait_for("the focus", lambda: field.get_state_set().contains(Atspi.StateType.FOCUSED))
         subprocess.run(["xdotool", "type", text], check=True)
 
+    @staticmethod
+    def press(button):
+        names = [Atspi.Action.get_action_name(button, i) for i in range(Atspi.Action.get_n_actions(button))]
+        Atspi.Action.do_action(button, names.index("Press"))
+
     def test_every_control_of_the_form_is_named(self):
         for role, name in (
                 (Atspi.Role.HEADING, "Vantelo Settings"),
@@ -129,6 +134,12 @@ class ScreenReaderTest(unittest.TestCase):
         of = Atspi.Value
         numbers = (of.get_current_value(stepper), of.get_minimum_value(stepper), of.get_maximum_value(stepper))
         self.assertEqual(numbers, (15.0, 5.0, 60.0))
+
+    def test_a_step_of_the_threshold_is_announced(self):
+        announced = ("object:property-change:accessible-value", Atspi.Role.SPIN_BUTTON, "Stale threshold (minutes)")
+        for count, name in enumerate(("Increase", "Decrease"), start=1):
+            self.press(find(self.settings, Atspi.Role.PUSH_BUTTON, name))
+            wait_for("the announcement", lambda: [e[:3] for e in self.events].count(announced) == count)
 
     def test_the_guide_has_headings_links_and_the_command(self):
         for number in range(1, 6):
@@ -152,9 +163,7 @@ class ScreenReaderTest(unittest.TestCase):
         self.assertEqual({e[2] for e in inserted()}, {"Ad Account ID"})
 
     def test_the_outcome_of_a_connection_test_is_announced(self):
-        button = find(self.settings, Atspi.Role.PUSH_BUTTON, "Test Connection")
-        names = [Atspi.Action.get_action_name(button, i) for i in range(Atspi.Action.get_n_actions(button))]
-        Atspi.Action.do_action(button, names.index("Press"))
+        self.press(find(self.settings, Atspi.Role.PUSH_BUTTON, "Test Connection"))
         announced = ("object:state-changed:showing", Atspi.Role.NOTIFICATION, "Connected successfully!")
         wait_for("the announcement", lambda: any(e[:3] == announced for e in self.events))
 

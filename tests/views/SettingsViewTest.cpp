@@ -104,6 +104,10 @@ private Q_SLOTS:
         QCOMPARE(gap(label(u"Access Token"_s), tokenField()), 4);
         QCOMPARE(gap(tokenField(), label(u"Ad Account ID"_s)), 12);
         QCOMPARE(gap(credentials, preferences), 16);
+        const QLabel *const threshold = label(u"Stale threshold (minutes)"_s);
+        QCOMPARE(place(threshold).left(), place(tokenField()).left());
+        QCOMPARE(place(threshold->buddy()).right(), place(tokenField()).right());
+        QCOMPARE(threshold->buddy()->width(), threshold->buddy()->sizeHint().width());
         QCOMPARE(gap(preferences, testButton()), 16);
         QCOMPARE(gap(testButton(), result), 8);
         QCOMPARE(result->contentsMargins().bottom(), 4);

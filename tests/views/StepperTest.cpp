@@ -28,8 +28,11 @@ private Q_SLOTS:
     void aStepLandsInsideTheRange();
     void aStepThatMovesNothingIsNotReported();
     void theArrowKeysStep();
+    void theArrowKeysKeepTheFocus();
+    void otherKeysDoNotStep();
     void holdingAButtonKeepsStepping();
     void screenReadersSeeTheNumberAndItsRange();
+    void screenReadersMoveTheNumberStepByStep();
 };
 
 void StepperTest::aStepLandsInsideTheRange_data()
@@ -86,6 +89,29 @@ void StepperTest::theArrowKeysStep()
     QCOMPARE(stepper.value(), 10);
 }
 
+void StepperTest::theArrowKeysKeepTheFocus()
+{
+    Stepper stepper(u"Minutes"_s, {.lowest = 5, .highest = 60, .step = 5}, 15);
+    stepper.show();
+    stepper.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&stepper));
+    for (QToolButton *const button : stepper.findChildren<QToolButton *>()) {
+        for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Down}) {
+            button->setFocus();
+            QTest::keyClick(button, key);
+            QVERIFY(button->hasFocus());
+        }
+    }
+}
+
+void StepperTest::otherKeysDoNotStep()
+{
+    Stepper stepper(u"Minutes"_s, {.lowest = 5, .highest = 60, .step = 5}, 15);
+    for (const Qt::Key key : {Qt::Key_Left, Qt::Key_Right, Qt::Key_5})
+        QTest::keyClick(stepper.findChild<QToolButton *>(), key);
+    QCOMPARE(stepper.value(), 15);
+}
+
 void StepperTest::holdingAButtonKeepsStepping()
 {
     Stepper stepper(u"Minutes"_s, {.lowest = 5, .highest = 60, .step = 5}, 15);
@@ -99,13 +125,29 @@ void StepperTest::holdingAButtonKeepsStepping()
 
 void StepperTest::screenReadersSeeTheNumberAndItsRange()
 {
-    Stepper stepper(u"Minutes"_s, {.lowest = 5, .highest = 60, .step = 5}, 15);
+    Stepper stepper(u"Minutes"_s, {.lowest = 5, .highest = 60, .step = 10}, 15);
     QAccessibleInterface *const accessible = QAccessible::queryAccessibleInterface(&stepper);
     QCOMPARE(accessible->text(QAccessible::Name), u"Minutes"_s);
     QCOMPARE(accessible->text(QAccessible::Value), u"15"_s);
-    accessible->valueInterface()->setCurrentValue(20);
+    QVERIFY(!accessible->textInterface());
+    QAccessibleValueInterface *const value = accessible->valueInterface();
+    QCOMPARE(value->currentValue().toLongLong(), 15);
+    QCOMPARE(value->minimumValue().toLongLong(), 5);
+    QCOMPARE(value->maximumValue().toLongLong(), 60);
+    QCOMPARE(value->minimumStepSize().toLongLong(), 10);
+    QObject *const button = stepper.findChild<QToolButton *>();
+    QCOMPARE(QAccessible::queryAccessibleInterface(button)->role(), QAccessible::Button);
+}
+
+void StepperTest::screenReadersMoveTheNumberStepByStep()
+{
+    Stepper stepper(u"Minutes"_s, {.lowest = 5, .highest = 60, .step = 5}, 15);
+    QAccessibleValueInterface *const value = QAccessible::queryAccessibleInterface(&stepper)->valueInterface();
+    value->setCurrentValue(20);
     QCOMPARE(stepper.value(), 20);
-    accessible->valueInterface()->setCurrentValue(0);
+    value->setCurrentValue(20);
+    QCOMPARE(stepper.value(), 20);
+    value->setCurrentValue(0);
     QCOMPARE(stepper.value(), 15);
 }
 
