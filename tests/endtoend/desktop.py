@@ -87,6 +87,12 @@ class Desktop:
         subprocess.run(["xdotool", "search", "--sync", "--onlyvisible", "--name", f"^{title}$", "windowfocus"],
                        check=True, capture_output=True)
 
+    @staticmethod
+    def wait_for_menu():
+        """Waits until the program shows a window, while no other than its own menu can be open."""
+        poll_until(lambda: subprocess.run(["xdotool", "search", "--onlyvisible", "--class", "vantelo"],
+                                          capture_output=True).returncode == 0, "the program's own menu")
+
     def close_window(self, title):
         self.wait_for_screen(title)
         self.keys("Escape")

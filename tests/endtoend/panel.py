@@ -64,6 +64,10 @@ class Panel:
         self._host.call_menu("AboutToShow", "(0,)")
         self._host.call_menu("Event", "(0, 'opened', <0>, uint32 0)")
 
+    def ask_for_menu(self):
+        """As panels do that leave its drawing to the program."""
+        self._host.call_item("ContextMenu", "(600, 400)")
+
     def _menu(self):
         return self._host.menu() or [] if self._host.registered() else []
 

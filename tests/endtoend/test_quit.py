@@ -28,6 +28,7 @@ def it_ends_at_once(stage):
             "a request in flight": start_with_request_in_flight,
             "a large body being decoded": start_with_decode,
             "the menu open": start_with_menu,
+            "its own menu open": lambda stage: start_with_own_menu(stage, desktop),
             "an alert open": start_with_alert,
             "both windows open": lambda stage: start_with_windows(stage, desktop),
             "a connection test running": lambda stage: start_with_connection_test(stage, desktop),
@@ -90,6 +91,13 @@ def start_with_decode(stage):
 def start_with_menu(stage):
     program = start_and_settle(stage)
     stage.panel.open_menu()
+    return program
+
+
+def start_with_own_menu(stage, desktop):
+    program = start_and_settle(stage, **desktop.environment)
+    stage.panel.ask_for_menu()
+    desktop.wait_for_menu()
     return program
 
 
