@@ -51,8 +51,9 @@ public:
         const std::optional<QJsonValue> value = present(key);
         if (!value || !expect(value->isArray()))
             return {};
-        std::vector<Record> records;
         const QJsonArray elements = value->toArray();
+        std::vector<Record> records;
+        records.reserve(static_cast<std::size_t>(elements.size())); // there may be millions
         for (const auto &element : elements) {
             std::optional<Record> record = element.isNull() ? missing<Record>() : readRecord<Record>(element);
             if (!record)
