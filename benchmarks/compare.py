@@ -34,8 +34,10 @@ def main():
     wire = finish(begin("wire.py", build))
     instructions = finish(begin("instructions.py", build, *(["Vantelo", "limit"] if quick else [])))
     windows = medians(runs.pop("windows"))
+    first = runs.pop("first")
     figures = {name: {
         **medians(runs[name]),
+        **first[name],
         **named("refresh to figure, round trips of 100 ms", wire[name], "refresh to figure"),
         **named("instructions of start", instructions.get(name, {}), "start"),
         **named("instructions of refresh", instructions.get(name, {}), "refresh"),
@@ -135,6 +137,7 @@ def print_targets(figures, windows, sizes):
         ("processor of refresh ÷ limit", ratio("processor of refresh"), 1.3),
         ("processor of refresh ÷ shell", ratio("processor of refresh", shell), 1),
         ("proportional memory ÷ Python", ratio("proportional memory after refreshes", python), 1 / 3),
+        ("the same on a new screen", ratio("proportional memory on a new screen", python), 1 / 3),
         ("private memory, windows closed again ÷ the first time", regrowth, 1.02),
         *([("package, in MB", sizes["package"] / 1e6, 1)] if "package" in sizes else []),
     ]

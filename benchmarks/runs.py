@@ -1,6 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The Vantelo authors
 # SPDX-License-Identifier: MIT
-"""Start, refresh, memory: every contender in turn, round after round. Prints one JSON object: lists by contender.
+"""Start, refresh, memory: every contender in turn, round after round. Prints one JSON object: lists by contender, and
+what memory each took in the round before, as the first program of its toolkit on the screen.
 
     runs.py BUILD ROUNDS
 """
@@ -23,12 +24,14 @@ def main():
     build, rounds = sys.argv[1], int(sys.argv[2])
     arena = places.Arena()
     contenders = places.contenders(build)
+    # The first round fills caches, of fonts and of icons for instance.
+    first = {name: measure(arena, command) for name, command in contenders.items()}
     results = {name: [] for name in contenders}
-    for turn in range(rounds + 1):
+    for _ in range(rounds):
         for name, command in contenders.items():
-            result = measure(arena, command)
-            if turn > 0:  # the first fills caches, of fonts and of icons for instance
-                results[name].append(result)
+            results[name].append(measure(arena, command))
+    results["first"] = {name: {what.replace("after refreshes", "on a new screen"): result[what] for what in result
+                               if "memory after refreshes" in what} for name, result in first.items()}
     results["windows"] = [windows(arena, contenders["Vantelo"]) for _ in range(min(rounds, 3))]
     places.report(results)
 
