@@ -152,6 +152,11 @@ class Checks:
         self.dot = self._settled_dot()
         return f"at {self.dot.middle}"
 
+    def the_item_goes_with_the_program(self):
+        """Panels that keep an item for a moment would show it beside the next program's."""
+        watch(lambda: not self._look_for("🔴"), "the dot to go with the program")
+        return "gone"
+
     def give_up(self, check):
         """After a failed check: whatever is open closes."""
         self._shoot(f"failure of {check}")

@@ -71,6 +71,7 @@ def run(checks, report):
         checks.refresh_to(STALE, by=checks.item.choose)
         report.check(checks.the_dot_has_its_colour, STALE)
         report.check(checks.a_screen_reader_reads_the_state, STALE)
+    report.check(checks.the_item_goes_with_the_program)
     with checks.start(SETUP):
         report.check(checks.the_dot_has_its_colour, SETUP)
         report.check(checks.a_click_opens_the_menu, SETUP)
