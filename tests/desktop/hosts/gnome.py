@@ -121,8 +121,13 @@ class _Menu:
         return [DIVIDER if text is None else text for text in texts]
 
     def row_area(self, text):
-        return Rectangle(*map(round, self._desktop.evaluate(
-            f"(row => [...row.get_transformed_position(), ...row.get_transformed_size()])({_row(text)})")))
+        return Rectangle(*map(round, watch(lambda: self._place(text), f"{text!r} to have a place")))
+
+    def _place(self, text):
+        """Nothing before the shell has laid the row out."""
+        place = self._desktop.evaluate(
+            f"(row => [...row.get_transformed_position(), ...row.get_transformed_size()])({_row(text)})")
+        return None not in place and place
 
     def choose(self, text):
         watch(lambda: self._takes_clicks() and self._is_pointed_at(text), f"the pointer to be on {text!r}")
