@@ -14,7 +14,7 @@ from gi.repository import Gio, GLib
 from .processes import Failure, NotYet, wait_until
 
 EXTENSION = 'ubuntu-appindicators@ubuntu.com'
-SIZE = '1280x800'
+SIZE = 1280, 800  # at a scale of 1
 _ACCESSIBILITY = '/usr/libexec/at-spi-bus-launcher'
 
 _BUS = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
@@ -50,7 +50,7 @@ Main.panel.statusArea.quickSettings._unsafeMode?.hide();
 
 def call(bus, name, path, interface, method, arguments=None):
     try:
-        return bus.call_sync(name, path, interface, method, arguments, None, Gio.DBusCallFlags.NONE, 10_000,
+        return bus.call_sync(name, path, interface, method, arguments, None, Gio.DBusCallFlags.NONE, 60_000,
                              None).unpack()
     except GLib.Error as error:
         raise NotYet(f'{interface}.{method}: {error.message}') from error
@@ -78,13 +78,15 @@ def missing_packages():
 class Desktop:
     """The desktop; it lasts as long as the processes it is given to."""
 
-    def __init__(self, processes, home, log):
+    def __init__(self, processes, home, log, scale=1, language=''):
         self._processes = processes
         self._log = log
+        self._size = 'x'.join(str(scale * side) for side in SIZE)
         # Sockets have short names, which a build directory may not have.
         self._runtime = tempfile.TemporaryDirectory(prefix='vantelo-demo-')
         self.environment = self._environment(home)
-        self._write_settings()
+        self.environment['LANGUAGE'] = language
+        self._write_settings(f'{_SETTINGS}\n[org/gnome/desktop/interface]\nscaling-factor=uint32 {scale}\n')
 
     def open(self):
         system = self._start_bus('DBUS_SYSTEM_BUS_ADDRESS')
@@ -93,7 +95,7 @@ class Desktop:
         self.bus = self._start_bus('DBUS_SESSION_BUS_ADDRESS')
         self._start([_ACCESSIBILITY, '--launch-immediately', '--a11y=1'])
         wait_until(lambda: is_owned(self.bus, 'org.a11y.Bus'), 20, 'The accessibility bus did not start.')
-        self._start(['gnome-shell', '--headless', '--wayland', '--unsafe-mode', '--virtual-monitor', SIZE])
+        self._start(['gnome-shell', '--headless', '--wayland', '--unsafe-mode', '--virtual-monitor', self._size])
         wait_until(lambda: is_owned(self.bus, 'org.gnome.Shell'), 40, 'GNOME Shell did not start.')
         wait_until(lambda: is_owned(self.bus, 'org.kde.StatusNotifierWatcher'), 20, 'The status area did not start.')
         wait_until(lambda: not self.evaluate('Main.layoutManager._startingUp'), 20, 'The desktop did not settle.')
@@ -132,10 +134,10 @@ class Desktop:
             environment[f'XDG_{kind}_HOME'] = str(directory)
         return environment
 
-    def _write_settings(self):
+    def _write_settings(self, text):
         settings = Path(self.environment['XDG_CONFIG_HOME']) / 'glib-2.0' / 'settings'
         settings.mkdir(parents=True)
-        (settings / 'keyfile').write_text(_SETTINGS, encoding='utf-8')
+        (settings / 'keyfile').write_text(text, encoding='utf-8')
 
     def _start(self, command):
         return self._processes.start_quietly(command, self.environment, self._log)

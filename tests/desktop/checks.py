@@ -55,7 +55,8 @@ class Checks:
 
     def the_text_is_shown(self):
         if self.host.text_beside:
-            room = Rectangle(self.dot.x + self.dot.width + 2, self.dot.y, 48, self.dot.height)
+            x = self.dot.x - 50 if self.host.text_beside == "left" else self.dot.x + self.dot.width + 2
+            room = Rectangle(x, self.dot.y, 48, self.dot.height)
             colours = len(set(self._pixels(room)))
             if colours < 5:
                 raise Failure(f"There is nothing written beside the dot: {colours} colours.")

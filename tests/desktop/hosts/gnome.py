@@ -8,7 +8,7 @@ from pathlib import Path
 from gi.repository import GLib
 
 import namespace
-from demo.stage.desktop import EXTENSION, Desktop, missing_packages
+from demo.stage.desktop import EXTENSION, SIZE, Desktop, missing_packages
 from demo.stage.hands import ESCAPE, SPACE, TAB, Hands
 from demo.stage.processes import NotYet, Processes
 from figures import DIVIDER
@@ -27,16 +27,21 @@ class Host:
     folder = Path(__file__).parents[1]
     programs = ["gnome-shell", *missing_packages()]
     has_panel = True
-    text_beside = True
+    text_beside = "right"
     opacity = 240 / 255  # a default of the extension
     cannot = {}
-    nowhere = (1279, 799)
+    scale = 1
+    language = ""
+
+    @property
+    def nowhere(self):
+        return tuple(self.scale * side - 1 for side in SIZE)
 
     def open(self, log):
         home = namespace.private_folder("home")
         os.environ["PATH"] = f"{browser_in(home)}:{os.environ['PATH']}"
         processes = Processes().__enter__()  # they end with the namespace
-        desktop = Desktop(processes, home / "gnome", log)
+        desktop = Desktop(processes, home / "gnome", log, self.scale, self.language)
         desktop.open()
         self.session = _Session(desktop, processes, home, log)
         self.display = _Display(desktop, home)

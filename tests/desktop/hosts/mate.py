@@ -22,7 +22,7 @@ panel-right-stick=true
 
 class Host(X11Desktop):
     name = "MATE"
-    text_beside = True
+    text_beside = "right"
     cannot = {"a_screen_reader_reads_the_state":
               "the panel embeds its applet's window from another process without joining the two accessible trees"}
     programs = ["mate-panel", "marco"]
