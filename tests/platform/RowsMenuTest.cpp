@@ -2,9 +2,12 @@
 // SPDX-License-Identifier: MIT
 
 #include "Platform/Linux/RowsMenu.h"
+#include "Contrast.h"
 
+#include <QApplication>
 #include <QDesktopServices>
 #include <QRegularExpression>
+#include <QScreen>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -30,13 +33,29 @@ void pop(QMenu &menu)
     QVERIFY(QTest::qWaitForWindowExposed(&menu));
 }
 
+/// The strongest contrast that a pixel of the row makes with the row's ground.
+double contrastOfRow(QMenu &menu, int index)
+{
+    const QImage picture = menu.grab(menu.actionGeometry(menu.actions()[index])).toImage();
+    const QColor ground = picture.pixelColor(4, 4); // within the menu's frame, before the text
+    double strongest = 1;
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x)
+            strongest = std::max(strongest, contrast(picture.pixelColor(x, y), ground));
+    return strongest;
+}
+
 } // namespace
 
 class RowsMenuTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void cleanup() { QDesktopServices::unsetUrlHandler(u"https"_s); }
+    void cleanup()
+    {
+        QDesktopServices::unsetUrlHandler(u"https"_s);
+        QApplication::setPalette({});
+    }
 
     void rowsBecomeActionsInOrder()
     {
@@ -64,6 +83,58 @@ private Q_SLOTS:
         QVERIFY(actions[1]->font().bold());
         QVERIFY(!actions[2]->font().bold());
         QVERIFY(actions[2]->font().pointSizeF() < actions[0]->font().pointSizeF());
+    }
+
+    void linesAreReadableWhateverThePalette()
+    {
+        RowsMenu menu;
+        QFont large = menu.font(); // whose strokes have pixels of the very colour
+        large.setPixelSize(24);
+        menu.setFont(large);
+        menu.setRows(threeRows(u"HH"_s));
+        pop(menu);
+        const QPalette light(QColor(0xef, 0xef, 0xef));
+        const QPalette dark(QColor(0x35, 0x35, 0x35), QColor(0x2b, 0x2b, 0x2b));
+        for (const QPalette &palette : {light, dark, light}) { // one and the same open menu
+            QApplication::setPalette(palette);
+            const double line = contrastOfRow(menu, 0);
+            const double command = contrastOfRow(menu, 2);
+            QVERIFY2(line >= 4.5, qPrintable(QString::number(line)));
+            QVERIFY2(line < command, qPrintable(u"%1, a command %2"_s.arg(line).arg(command)));
+        }
+    }
+
+    void theMenuOpensBesideWhatWasClicked_data()
+    {
+        QTest::addColumn<QPoint>("corner");
+        QTest::addColumn<bool>("above");
+        QTest::newRow("top left") << QPoint(0, 0) << false;
+        QTest::newRow("top right") << QPoint(776, 0) << false;
+        QTest::newRow("bottom left") << QPoint(0, 776) << true;
+        QTest::newRow("bottom right") << QPoint(776, 776) << true;
+    }
+
+    void theMenuOpensBesideWhatWasClicked()
+    {
+        QFETCH(const QPoint, corner);
+        QFETCH(const bool, above);
+        const QRect screen = QGuiApplication::primaryScreen()->geometry();
+        QCOMPARE(screen.size(), QSize(800, 800));
+        const QRect clicked(corner, QSize(24, 24));
+        RowsMenu menu;
+        menu.setRows(threeRows(u"Today"_s));
+        menu.popUpBeside(clicked);
+        QVERIFY(screen.contains(menu.geometry()));
+        QCOMPARE(above ? menu.geometry().bottom() + 1 : menu.y(), above ? clicked.top() : clicked.bottom() + 1);
+        QCOMPARE(corner.x() == 0 ? menu.x() : menu.geometry().right(), corner.x() == 0 ? 0 : screen.right());
+    }
+
+    void aMenuTallerThanTheScreenBeginsAtItsTop()
+    {
+        RowsMenu menu;
+        menu.setRows(MenuRows(100, MenuRow::line(u"Today"_s)));
+        menu.popUpBeside({300, 300, 24, 24});
+        QCOMPARE(menu.pos(), QPoint(300, 0));
     }
 
     void aMenuFontInPixelsKeepsItsSize()

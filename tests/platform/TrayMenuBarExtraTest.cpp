@@ -50,10 +50,19 @@ private:
     int m_count = 0;
 };
 
-void click(const QPoint &place)
+void click(const QPoint &place, int button = 1)
 {
+    QProcess::execute(u"xdotool"_s,
+        {u"mousemove"_s, QString::number(place.x()), QString::number(place.y()), u"click"_s, QString::number(button)});
+}
+
+/// What a window manager says that panels leave of the screen.
+void setWorkArea(const QRect &area)
+{
+    const QString numbers = u"%1, %2, %3, %4"_s.arg(area.x()).arg(area.y()).arg(area.width()).arg(area.height());
     QProcess::execute(
-        u"xdotool"_s, {u"mousemove"_s, QString::number(place.x()), QString::number(place.y()), u"click"_s, u"1"_s});
+        u"xprop"_s, {u"-root"_s, u"-f"_s, u"_NET_WORKAREA"_s, u"32c"_s, u"-set"_s, u"_NET_WORKAREA"_s, numbers});
+    QTRY_COMPARE(QGuiApplication::primaryScreen()->availableGeometry(), area);
 }
 
 QMenu *openMenu() { return qobject_cast<QMenu *>(QApplication::activePopupWidget()); }
@@ -89,13 +98,26 @@ private Q_SLOTS:
         QVERIFY(!onScreen(green));
     }
 
-    void aLeftClickOpensTheMenu()
+    void aClickOpensTheMenuBesideTheDot_data()
     {
+        QTest::addColumn<int>("button");
+        QTest::newRow("left") << 1;
+        QTest::newRow("right") << 3;
+    }
+
+    void aClickOpensTheMenuBesideTheDot()
+    {
+        QFETCH(const int, button);
+        m_refreshes = 0;
         QTRY_VERIFY_WITH_TIMEOUT(onScreen(green), 20'000);
-        click(onScreen(green).value());
+        const QPoint dot = onScreen(green).value();
+        click(dot, button);
         QTRY_VERIFY(openMenu());
         QCOMPARE(openMenu()->actions().size(), 2);
         QTRY_VERIFY(openMenu()->isVisible());
+        QVERIFY(QTest::qWaitForWindowExposed(openMenu()));
+        QVERIFY(openMenu()->y() > dot.y());
+        QCOMPARE(onScreen(green), dot); // nothing covers it
         QTest::mouseClick(
             openMenu(), Qt::LeftButton, {}, openMenu()->actionGeometry(openMenu()->actions()[1]).center());
         QTRY_COMPARE(m_refreshes, 1);
@@ -133,6 +155,29 @@ private Q_SLOTS:
         QTRY_VERIFY(openMenu());
         QTEST(openMenu()->pos(), "place");
         openMenu()->close();
+    }
+
+    void aHostsMenuStaysClearOfThePanel_data()
+    {
+        QTest::addColumn<QPoint>("clicked");
+        QTest::addColumn<QPoint>("place");
+        QTest::newRow("above") << QPoint(400, 10) << QPoint(400, 40);
+        QTest::newRow("beside") << QPoint(10, 300) << QPoint(60, 300);
+    }
+
+    void aHostsMenuStaysClearOfThePanel()
+    {
+        QFETCH(const QPoint, clicked);
+        StatusHost host;
+        host.startWatcher();
+        QTRY_VERIFY(host.hasItem());
+        setWorkArea({60, 40, 700, 500});
+        QProcess::execute(u"xdotool"_s, {u"mousemove"_s, QString::number(clicked.x()), QString::number(clicked.y())});
+        host.callItem(u"Activate"_s, u"(%1, %2)"_s.arg(clicked.x()).arg(clicked.y()));
+        QTRY_VERIFY(openMenu());
+        QTEST(openMenu()->pos(), "place");
+        openMenu()->close();
+        setWorkArea({0, 0, 800, 600});
     }
 
     void theTrayGivesWayToAStatusAreaAndReturns()
@@ -173,6 +218,9 @@ int main(int argc, char **argv)
 {
     const TestSessionBus bus;
     const TestDisplay display;
+    // On Plasma Qt lets menus cover panels.
+    qputenv("XDG_CURRENT_DESKTOP", "KDE");
+    qputenv("KDE_SESSION_VERSION", "5");
     const QApplication application(argc, argv);
     TrayMenuBarExtraTest test;
     return QTest::qExec(&test, argc, argv);

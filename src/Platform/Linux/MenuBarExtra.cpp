@@ -118,7 +118,7 @@ void StatusAreaExtra::popUp(const QPoint &position)
     if (!m_popUp)
         m_popUp = std::make_unique<RowsMenu>();
     m_popUp->setRows(m_rows);
-    m_popUp->popup(placeOf(position));
+    m_popUp->popUpBeside({placeOf(position), QSize(0, 0)});
 }
 
 } // namespace

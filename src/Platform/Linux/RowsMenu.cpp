@@ -3,6 +3,14 @@
 
 #include "Platform/Linux/RowsMenu.h"
 
+#include "Platform/Theme.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+#include <QStyleOptionMenuItem>
+
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -26,6 +34,28 @@ RowsMenu::RowsMenu()
 }
 
 void RowsMenu::setRows(const MenuRows &rows) { apply(m_shown.setNewest(rows, isVisible())); }
+
+// Qt keeps menus clear of panels, except on Plasma.
+void RowsMenu::popUpBeside(const QRect &clicked)
+{
+    const QScreen *const pointed = QGuiApplication::screenAt(clicked.center());
+    const QRect room = (pointed ? pointed : QGuiApplication::primaryScreen())->availableGeometry();
+    const QSize size = sizeHint();
+    const QPoint below = clicked.topLeft() + QPoint(0, clicked.height());
+    const bool fitsBelow = below.y() + size.height() <= room.y() + room.height();
+    const int y = fitsBelow ? below.y() : clicked.y() - size.height();
+    // A menu larger than the screen begins where the screen does.
+    popup({std::max(std::min(below.x(), room.x() + room.width() - size.width()), room.x()),
+        std::max(std::min(y, room.y() + room.height() - size.height()), room.y())});
+}
+
+// Lines cannot be chosen, but they are there to be read; the palettes' colours for the disabled are too pale for that.
+void RowsMenu::initStyleOption(QStyleOptionMenuItem *option, const QAction *action) const
+{
+    QMenu::initStyleOption(option, action);
+    for (const QPalette::ColorRole role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText})
+        option->palette.setColor(QPalette::Disabled, role, Theme::colour(Theme::Ink::Secondary, palette()));
+}
 
 void RowsMenu::apply(ShownRows::Change change)
 {

@@ -15,6 +15,11 @@ public:
     RowsMenu();
 
     void setRows(const MenuRows &rows);
+    /// Below what was clicked or, where there is no room, above it; and clear of the panel.
+    void popUpBeside(const QRect &clicked);
+
+protected:
+    void initStyleOption(QStyleOptionMenuItem *option, const QAction *action) const override;
 
 private:
     void apply(ShownRows::Change change);

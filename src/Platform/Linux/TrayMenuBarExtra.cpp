@@ -5,8 +5,6 @@
 
 #include "Platform/Linux/StatusDotImage.h"
 
-#include <QCursor>
-
 #include <array>
 
 namespace {
@@ -23,11 +21,10 @@ QIcon iconOf(StatusDot dot)
 
 TrayMenuBarExtra::TrayMenuBarExtra()
 {
-    m_icon.setContextMenu(&m_menu);
     QObject::connect(&m_icon, &QSystemTrayIcon::activated, &m_menu, [this](QSystemTrayIcon::ActivationReason reason) {
         // A click soon after another counts as the second half of a double click.
-        if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::DoubleClick)
-            m_menu.popup(QCursor::pos());
+        if (reason != QSystemTrayIcon::MiddleClick)
+            m_menu.popUpBeside(m_icon.geometry());
     });
 }
 
