@@ -28,6 +28,8 @@ int VanteloApp::main(int argc, char **argv)
     QApplication::setApplicationVersion(QStringLiteral(VANTELO_VERSION));
     QApplication::setDesktopFileName(u"app.vantelo.Vantelo"_s);
     QApplication::setQuitOnLastWindowClosed(false);
+    // The texts are English, also where a plug-in of the desktop translates Qt's own into Arabic or Hebrew.
+    QApplication::setLayoutDirection(Qt::LeftToRight);
 
     TerminationSignals::onReceived([] { QCoreApplication::exit(0); });
 
