@@ -13,6 +13,11 @@ _REGISTRY = ("org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root")
 _ACTIVE, _FOCUSED, _SHOWING, _VISIBLE = 1, 12, 25, 30
 
 
+def bus_address(session_bus):
+    return session_bus.call_sync("org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress", None, None,
+                                 Gio.DBusCallFlags.NONE, 20000, None).unpack()[0]
+
+
 class Node:
     """One object of the tree, as it is now. What has gone meanwhile is nameless and childless."""
 
@@ -66,6 +71,13 @@ class Node:
             yield child
             yield from child.descendants()
 
+    def shown_descendants(self):
+        """Without tooltips that wait or have been there: Cinnamon and Plasma have them in the tree."""
+        for child in self.children:
+            if child.is_showing:
+                yield child
+                yield from child.shown_descendants()
+
     def _has_state(self, state):
         low, high = (self._call(_ACCESSIBLE, "GetState") or ((0, 0),))[0]
         return bool((high << 32 | low) >> state & 1)
@@ -86,10 +98,8 @@ class AccessibleScreen:
     """The tree, and the events by which objects that stand in no tree make themselves known, as menus do."""
 
     def __init__(self, session_bus):
-        address = session_bus.call_sync("org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress", None, None,
-                                        Gio.DBusCallFlags.NONE, 20000, None).unpack()[0]
         flags = Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION
-        self._bus = Gio.DBusConnection.new_for_address_sync(address, flags, None, None)
+        self._bus = Gio.DBusConnection.new_for_address_sync(bus_address(session_bus), flags, None, None)
         self._shown = {}  # (owner, path) of what has come to show, and when
         self._bus.signal_subscribe(None, "org.a11y.atspi.Event.Object", "StateChanged", None, None,
                                    Gio.DBusSignalFlags.NONE, self._state_changed)

@@ -85,6 +85,8 @@ class Checks:
         watch(lambda: self.menu.rows() == ROWS[label], lambda: f"the rows {ROWS[label]}; they are {self.menu.rows()}")
         self._settled(self._beyond_the_panel())
         self._shoot(f"{label} menu")
+        if getattr(self.host, "program_draws_menu", False) and not self._look_for(label[0], self.dot.width):
+            raise Failure("The menu covers the dot.")
         self.menu.close()
         self._away()
         return f"after {milliseconds:.0f} ms; {len(ROWS[label])} rows"
@@ -140,6 +142,14 @@ class Checks:
             watch(lambda title=title: not self.screen.window(title), f"{title} to close")
         return PORTAL
 
+    def both_windows_open(self):
+        for row, title in (("Open Settings…", SETTINGS), ("Setup Guide…", GUIDE)):
+            self.item.choose(row)
+            watch(lambda title=title: self._is_front(title), f"the focus in {title}")
+            self._settled(None)
+            self._shoot(title)
+        self._expect_left_to_right()
+
     def ads_manager_opens_the_browser(self):
         self._choose("Open Ads Manager")
         watch(lambda: ADS_MANAGER in self.host.session.visited(), lambda: f"a visit; {self.host.session.visited()}")
@@ -166,6 +176,12 @@ class Checks:
         self._away()
 
     # What they are made of
+
+    def _expect_left_to_right(self):
+        """The texts are English, whatever the desktop speaks."""
+        places = {node.name: node.extents.x for node in self.screen.window(SETTINGS).descendants()}
+        if places["Test Connection"] > places["Setup Guide"]:
+            raise Failure("English texts run from right to left.")
 
     def _in_front_after(self, deed):
         """Settings come up with the focus, over what the user worked in."""
@@ -222,8 +238,9 @@ class Checks:
     def _beyond_the_panel(self):
         """Where a tooltip comes up: on the dot's inner side."""
         x, y = self.dot.middle
-        left = max(0, min(x - 120, 1280 - 240))
-        return Rectangle(left, y + 24 if y < 400 else y - 72, 240, 48)
+        screen = self.display.grab()
+        left = max(0, min(x - 120, screen.width - 240))
+        return Rectangle(left, y + 24 if y < screen.height / 2 else y - 72, 240, 48)
 
     def _settled(self, area):
         """The pixels, once the menu has come to rest: some fade in."""

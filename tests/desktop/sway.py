@@ -21,7 +21,7 @@ xwayland disable
 
 class SwayDisplay:
     def __init__(self, session, scale=1):
-        width, height = SIZE
+        width, height = size = [scale * side for side in SIZE]
         configuration = session.home / "sway.conf"
         configuration.write_text(_CONFIGURATION.format(width=width, height=height, scale=scale))
         self._folder = Path(session.environment["XDG_RUNTIME_DIR"])
@@ -34,7 +34,7 @@ class SwayDisplay:
                       XDG_CURRENT_DESKTOP="sway")
         self._environment = session.environment
         session.run(["wtype", "-s", "3600000"])  # a keyboard that stays plugged in, or no window could have the focus
-        self._pointer = VirtualPointer(display, SIZE)
+        self._pointer = VirtualPointer(display, size)
 
     def grab(self, part=None):
         region = ["-g", f"{part.x},{part.y} {part.width}x{part.height}"] if part else []

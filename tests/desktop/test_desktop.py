@@ -4,9 +4,10 @@
 """The program as users run it, unmodified, in a real panel: by mouse, by the pixels of the screen, and by what a
 screen reader finds.
 
-    test_desktop.py HOST path/to/vantelo folder/for/pictures
+    test_desktop.py HOST path/to/vantelo folder/for/pictures [LOOK ...]
 
-HOST is a file in hosts/. A host that is not installed is not run (exit code 77).
+HOST is a file in hosts/. A host that is not installed is not run (exit code 77). With a LOOK (dark, light, 200%, rtl)
+only pictures are taken, for somebody to look at.
 """
 
 import importlib
@@ -24,6 +25,7 @@ from accessible import AccessibleScreen
 from account import DELIVERING, FAILING, SETUP, STALE, Account
 from checks import Checks
 from events import Failure
+from look import Look
 from vantelo_process import PreferenceFile
 
 
@@ -77,6 +79,18 @@ def run(checks, report):
         report.check(checks.a_click_opens_the_menu, SETUP)
 
 
+def take_pictures(checks):
+    with checks.start(DELIVERING):
+        checks.started_before_the_panel_the_item_comes_with_it()
+        checks.the_text_is_shown()
+        for label in (DELIVERING, STALE, FAILING):
+            checks.refresh_to(label, by=checks.item.choose)
+            checks.the_dot_has_its_colour(label)
+            checks.a_click_opens_the_menu(label)
+    with checks.start(SETUP):
+        checks.both_windows_open()
+
+
 def run_without_panel(checks, report):
     with checks.start(DELIVERING):
         report.check(checks.a_second_launch_brings_settings_to_the_front)
@@ -95,16 +109,20 @@ def main():
     pictures.mkdir(parents=True, exist_ok=True)
     namespace.enter()
     namespace.hide_temporary_files(program, pictures, HERE)
-    account = Account()
+    account, look = Account(), Look.of_words(sys.argv[4:])
     with open(pictures / "log", "w", encoding="utf-8") as log:
-        host.open(log)
+        host.open(log, *([look] if look != Look() else []))
         preferences = PreferenceFile(Path(host.session.environment["XDG_CONFIG_HOME"]))
         preferences.path.parent.parent.mkdir(parents=True, exist_ok=True)
         print(host.name, flush=True)
-        checks = Checks(host, account, preferences, AccessibleScreen(host.session.bus), program, pictures)
+        checks = Checks(host, account, preferences, AccessibleScreen(host.session.bus), look.program(program),
+                        pictures)
         report = Report(host, checks.give_up)
         try:
-            run(checks, report) if host.has_panel else run_without_panel(checks, report)
+            if look != Look():
+                take_pictures(checks)
+            else:
+                run(checks, report) if host.has_panel else run_without_panel(checks, report)
         except Failure as failure:
             report.failed = True
             print(f"FAILED: {failure}")

@@ -15,12 +15,12 @@ SIZE = (1280, 800)
 
 
 class X11Display:
-    def __init__(self, session, dots_per_inch=96):
+    def __init__(self, session, scale=1, text_scale=1):
         read, write = os.pipe()
-        width, height = SIZE
+        self.size = width, height = [scale * side for side in SIZE]
         self._server = subprocess.Popen(
-            ["Xvfb", "-displayfd", str(write), "-screen", "0", f"{width}x{height}x24", "-dpi", str(dots_per_inch),
-             "-nolisten", "tcp"], pass_fds=[write], stderr=subprocess.DEVNULL)
+            ["Xvfb", "-displayfd", str(write), "-screen", "0", f"{width}x{height}x24", "-nolisten", "tcp"],
+            pass_fds=[write], stderr=subprocess.DEVNULL)
         os.close(write)
         number = os.read(read, 16).decode().strip()
         if not number:
@@ -28,9 +28,18 @@ class X11Display:
         session.share(DISPLAY=f":{number}")
         self._display = display.Display(f":{number}")
         self._root = self._display.screen().root
+        self._tell("RESOURCE_MANAGER", f"Xft.dpi:\t{96 * text_scale}\n")
+
+    def tell_accessibility_bus(self, address):
+        """As a whole session does. Qt 5 asks the session bus, too, but then often does not get through to the other."""
+        self._tell("AT_SPI_BUS", address)
+
+    def _tell(self, name, text):
+        self._root.change_property(*map(self._display.intern_atom, (name, "STRING")), 8, text.encode())
+        self._display.sync()
 
     def grab(self, part=None):
-        part = part or Rectangle(0, 0, *SIZE)
+        part = part or Rectangle(0, 0, *self.size)
         image = self._root.get_image(part.x, part.y, part.width, part.height, X.ZPixmap, 0xFFFFFFFF)
         return Picture.of_bgrx(part.width, part.height, image.data)
 

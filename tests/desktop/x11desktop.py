@@ -4,6 +4,8 @@
 
 from pathlib import Path
 
+from accessible import bus_address
+from look import Look
 from menu import AccessibleMenu
 from session import Session
 from x11 import X11Display
@@ -18,13 +20,17 @@ class X11Desktop:
     cannot = {}  # the name of a check and why this desktop does not pass it
     nowhere = (640, 760)  # where the pointer shows nothing and covers nothing
     environment = {}
+    scales_by_resolution = True  # as desktops of GTK do; those of Qt tell a factor
     window_manager = ["openbox"]
     panel = []
     accessible_names = ()  # of the panel's processes
 
-    def open(self, log, **environment):
-        self.session = Session(log, self.services, **self.environment, **environment)
-        self.display = X11Display(self.session)
+    def open(self, log, look=Look()):
+        self.look = look
+        scaling = {} if self.scales_by_resolution else {"QT_SCALE_FACTOR": str(look.scale)}
+        self.session = Session(log, self.services, **self.environment | look.environment() | scaling)
+        self.display = X11Display(self.session, look.scale, look.scale if self.scales_by_resolution else 1)
+        self.display.tell_accessibility_bus(bus_address(self.session.bus))
         self.configure()
         if self.window_manager:
             self.session.run(self.window_manager)
@@ -38,7 +44,7 @@ class X11Desktop:
 
     def spoken(self, screen):
         """All that the panel tells a screen reader."""
-        return [text for program in screen.programs(*self.accessible_names) for node in program.descendants()
+        return [text for program in screen.programs(*self.accessible_names) for node in program.shown_descendants()
                 for text in (node.name, node.description) if text]
 
     def start_panel(self):

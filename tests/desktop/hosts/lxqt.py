@@ -22,8 +22,8 @@ alignment=Right
 
 class Host(X11Desktop):
     name = "LXQt"
-    cannot = {"a_screen_reader_reads_the_state":
-              "the panel gives its buttons no name"}
+    program_draws_menu = True
+    scales_by_resolution = False
     programs = ["lxqt-panel", "openbox"]
     panel = ["lxqt-panel"]
     accessible_names = ("lxqt-panel",)
@@ -32,3 +32,5 @@ class Host(X11Desktop):
         folder = self.session.home / ".config/lxqt"
         folder.mkdir(parents=True)
         (folder / "panel.conf").write_text(_PANEL)
+        if self.look.dark is not None:
+            (folder / "lxqt.conf").write_text(f"[General]\ntheme={'dark' if self.look.dark else 'light'}\n")

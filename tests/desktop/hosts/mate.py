@@ -25,6 +25,7 @@ class Host(X11Desktop):
     text_beside = "right"
     cannot = {"a_screen_reader_reads_the_state":
               "the panel embeds its applet's window from another process without joining the two accessible trees"}
+    program_draws_menu = True
     programs = ["mate-panel", "marco"]
     services = ["org.mate.panel.applet.NotificationAreaAppletFactory"]
     window_manager = ["marco", "--no-composite"]

@@ -8,6 +8,7 @@ class Host(X11Desktop):
     name = "legacy X11 tray"
     cannot = {"a_screen_reader_reads_the_state":
               "a legacy tray knows no words, only a picture"}
+    program_draws_menu = True
     programs = ["trayer", "openbox"]
     panel = ["trayer", "--edge", "top", "--align", "right", "--widthtype", "request", "--height", "28",
              "--transparent", "true", "--alpha", "0", "--tint", "0x303030"]

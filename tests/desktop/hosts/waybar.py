@@ -3,12 +3,14 @@
 
 from pathlib import Path
 
+from look import Look
 from menu import AccessibleMenu
 from session import Session
 from sway import SwayDisplay
 
 _BAR = '{"layer": "top", "position": "top", "height": 28, "modules-right": ["tray"], "tray": {"icon-size": 18}}'
 _STYLE = "window#waybar { background: #303030; color: white; }"
+_LIGHT = "window#waybar { background: #f0f0f0; color: black; }"
 
 
 class Host:
@@ -23,17 +25,17 @@ class Host:
     cannot = {}
     nowhere = (640, 780)
 
-    def open(self, log, **environment):
-        self.session = Session(log, **environment)
-        self.display = SwayDisplay(self.session)
+    def open(self, log, look=Look()):
+        self.session = Session(log, **look.environment())
+        self.display = SwayDisplay(self.session, look.scale)
         (self.session.home / "bar").write_text(_BAR)
-        (self.session.home / "style").write_text(_STYLE)
+        (self.session.home / "style").write_text(_LIGHT if look.dark is False else _STYLE)
 
     def menu(self, screen):
         return AccessibleMenu(screen, self.display)
 
     def spoken(self, screen):
-        return [text for program in screen.programs(*self.accessible_names) for node in program.descendants()
+        return [text for program in screen.programs(*self.accessible_names) for node in program.shown_descendants()
                 for text in (node.name, node.description) if text]
 
     def start_panel(self):

@@ -8,7 +8,7 @@ _PANEL = """<?xml version="1.0" encoding="UTF-8"?>
   <property name="configver" type="int" value="2"/>
   <property name="panels" type="array">
     <value type="int" value="1"/>
-    <property name="dark-mode" type="bool" value="true"/>
+    <property name="dark-mode" type="bool" value="DARK"/>
     <property name="panel-1" type="empty">
       <property name="position" type="string" value="p=6;x=0;y=0"/>
       <property name="length" type="uint" value="100"/>
@@ -43,4 +43,5 @@ class Host(X11Desktop):
     def configure(self):
         folder = self.session.home / ".config/xfce4/xfconf/xfce-perchannel-xml"
         folder.mkdir(parents=True)
-        (folder / "xfce4-panel.xml").write_text(_PANEL)
+        is_dark = str(self.look.dark is not False).lower()
+        (folder / "xfce4-panel.xml").write_text(_PANEL.replace("DARK", is_dark))
