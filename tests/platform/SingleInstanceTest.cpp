@@ -204,6 +204,21 @@ private Q_SLOTS:
         QCOMPARE(QDir(temporary.path()).entryList(QDir::Files | QDir::Hidden), QStringList());
     }
 
+    void aBusThatRefusesTheNameLeavesThePlaceToTheLockFile()
+    {
+        const QTemporaryDir temporary;
+        const QByteArray usual = qgetenv("DBUS_SESSION_BUS_ADDRESS");
+        const TestSessionBus strict(TestSessionBus::Names::Refused);
+        m_environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"));
+        m_environment.insert(u"TMPDIR"_s, temporary.path());
+        qputenv("DBUS_SESSION_BUS_ADDRESS", usual);
+        Probe first(m_environment);
+        QCOMPARE(first.line(), QByteArray("claimed"));
+        QCOMPARE(QDir(temporary.path()).entryList(QDir::Files).size(), 1);
+        QCOMPARE(Probe(m_environment).line(), QByteArray("taken"));
+        first.end();
+    }
+
     void aTemporaryDirectoryThatCannotBeWrittenIsNoReasonNotToRun()
     {
         m_environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, u"unix:path=/nonexistent/bus"_s);

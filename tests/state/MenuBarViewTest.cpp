@@ -156,6 +156,10 @@ private Q_SLOTS:
         QCOMPARE(errorText(), u"ਊ\r\n"_s.repeated(30));
         refreshWithError(u"ਊ❤\uFE0F"_s.repeated(60).toUtf8());
         QCOMPARE(errorText(), u"ਊ❤\uFE0F"_s.repeated(30));
+        refreshWithError(u"ਊ\u0301"_s.repeated(61).toUtf8());
+        QCOMPARE(errorText(), u"ਊ\u0301"_s.repeated(60));
+        refreshWithError(u"ਊ🐀\u200D"_s.repeated(60).toUtf8());
+        QCOMPARE(errorText(), u"ਊ🐀\u200D"_s.repeated(30));
     }
 
     void anEmptyErrorIsAnEmptyRow()

@@ -12,7 +12,9 @@
 #include <QApplication>
 #include <QTest>
 
+#include <functional>
 #include <optional>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 using Reply = LoopbackService::Reply;
@@ -47,6 +49,20 @@ public:
 
 private:
     Drawing &m_drawing;
+};
+
+/// Somebody starts the program a second time just as it ends.
+class ExtraThatIsCalledAtTheEnd : public RecordingExtra {
+public:
+    ExtraThatIsCalledAtTheEnd(Drawing &drawing, std::function<void()> call)
+        : RecordingExtra(drawing), m_call(std::move(call))
+    {
+    }
+    ~ExtraThatIsCalledAtTheEnd() override { m_call(); }
+    Q_DISABLE_COPY_MOVE(ExtraThatIsCalledAtTheEnd)
+
+private:
+    std::function<void()> m_call;
 };
 
 } // namespace
@@ -168,6 +184,20 @@ private Q_SLOTS:
         // The aborted request changes the state while the alert still has to end.
         m_app.reset();
         QCOMPARE(m_drawing.redraws, redraws);
+    }
+
+    void theEndOpensNoWindow()
+    {
+        VanteloApp *app = nullptr;
+        qsizetype windows = -1;
+        auto extra = std::make_unique<ExtraThatIsCalledAtTheEnd>(m_drawing, [&] {
+            app->openSettings();
+            windows = QApplication::topLevelWidgets().size();
+        });
+        m_app = std::make_unique<VanteloApp>(std::move(extra));
+        app = m_app.get();
+        m_app.reset();
+        QCOMPARE(windows, 0);
     }
 
     void theEndAbortsWhatIsUnderWay()

@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QByteArray configuration = R"(<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-BUS Bus Configuration 1.0//EN"
+const QString configuration = uR"(<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-BUS Bus Configuration 1.0//EN"
  "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
 <busconfig>
   <type>session</type>
@@ -17,17 +17,18 @@ const QByteArray configuration = R"(<!DOCTYPE busconfig PUBLIC "-//freedesktop//
   <policy context="default">
     <allow send_destination="*" eavesdrop="true"/>
     <allow eavesdrop="true"/>
-    <allow own="*"/>
+    <%1 own="*"/>
   </policy>
 </busconfig>
-)";
+)"_s;
 
 } // namespace
 
-TestSessionBus::TestSessionBus()
+TestSessionBus::TestSessionBus(Names names)
 {
+    const QByteArray text = configuration.arg(names == Names::Free ? u"allow"_s : u"deny"_s).toUtf8();
     QFile file(m_directory.filePath(u"session.conf"_s));
-    if (!file.open(QIODevice::WriteOnly) || file.write(configuration) != configuration.size())
+    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
         qFatal("cannot write the bus's configuration");
     file.close();
     m_daemon.setProcessChannelMode(QProcess::ForwardedErrorChannel);

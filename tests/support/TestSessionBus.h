@@ -10,7 +10,9 @@
 /// before the application object. Nothing can be started through it.
 class TestSessionBus {
 public:
-    TestSessionBus();
+    enum class Names { Free, Refused };
+
+    explicit TestSessionBus(Names names = Names::Free);
     TestSessionBus(const TestSessionBus &) = delete;
     TestSessionBus &operator=(const TestSessionBus &) = delete;
     ~TestSessionBus();

@@ -326,6 +326,7 @@ private Q_SLOTS:
     {
         QTest::addColumn<QByteArray>("content");
         QTest::newRow("comments and blanks") << "; by hand\n\n[General] ; here\n\ttext = own ; the text\n"_ba;
+        QTest::newRow("blanks at the end") << "[General]\ntext=own \t \t\n"_ba;
         QTest::newRow("lines of another system") << "[General]\r\ntext=own\r\n"_ba;
         QTest::newRow("a byte order mark") << "\xEF\xBB\xBF[General]\ntext=own\n"_ba;
         QTest::newRow("a byte order mark alone") << "\xEF\xBB\xBFtext=own\n"_ba;
