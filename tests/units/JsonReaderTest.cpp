@@ -36,6 +36,16 @@ struct Named {
     static Named read(JsonReader &reader) { return {.name = reader.requiredText(u"name"_s)}; }
 };
 
+struct FullName {
+    QString first;
+    QString last;
+
+    static FullName read(JsonReader &reader)
+    {
+        return {.first = reader.requiredText(u"first"_s), .last = reader.requiredText(u"last"_s)};
+    }
+};
+
 /// What became of a body: "ok" or the sentence for the user.
 template <class Record>
 QString outcome(const QByteArray &body)
@@ -134,6 +144,12 @@ private Q_SLOTS:
         QCOMPARE(outcome<Named>("{}"), missing);
         QCOMPARE(outcome<Named>(R"({"name": null})"), missing);
         QCOMPARE(outcome<Named>(R"({"name": 1})"), wrongFormat);
+    }
+
+    void theFirstErrorIsTheOneTold()
+    {
+        QCOMPARE(outcome<FullName>(R"({"last": 1})"), missing);
+        QCOMPARE(outcome<FullName>(R"({"first": 1})"), wrongFormat);
     }
 };
 
