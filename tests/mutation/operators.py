@@ -36,6 +36,7 @@ OTHER_NAMES = {
     "stale": "ok", "ok": "stale", "cbegin": "cend", "SkipEmptyParts": "KeepEmptyParts", "StrictMode": "TolerantMode",
     "Key_Up": "Key_Down", "Grapheme": "Word", "fixed": "scientific", "Informational": "Warning",
     "Warning": "Informational", "Headline": "Caption", "Caption": "Headline",
+    "Green": "Red", "Red": "White", "White": "Green",
 }
 
 
