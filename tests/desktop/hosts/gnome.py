@@ -12,6 +12,7 @@ from demo.stage.desktop import EXTENSION, SIZE, Desktop, missing_packages
 from demo.stage.hands import ESCAPE, SPACE, TAB, Hands
 from demo.stage.processes import NotYet, Processes
 from figures import DIVIDER
+from look import Look
 from patience import watch
 from picture import Picture, Rectangle
 from session import browser_in
@@ -27,21 +28,24 @@ class Host:
     folder = Path(__file__).parents[1]
     programs = ["gnome-shell", *missing_packages()]
     has_panel = True
-    text_beside = "right"
     opacity = 240 / 255  # a default of the extension
     cannot = {}
-    scale = 1
-    language = ""
+    look = Look()
+
+    @property
+    def text_beside(self):
+        return "left" if self.look.right_to_left else "right"
 
     @property
     def nowhere(self):
-        return tuple(self.scale * side - 1 for side in SIZE)
+        return tuple(self.look.scale * side - 1 for side in SIZE)
 
-    def open(self, log):
+    def open(self, log, look=None):
+        self.look = look or self.look
         home = namespace.private_folder("home")
         os.environ["PATH"] = f"{browser_in(home)}:{os.environ['PATH']}"
         processes = Processes().__enter__()  # they end with the namespace
-        desktop = Desktop(processes, home / "gnome", log, self.scale, self.language)
+        desktop = Desktop(processes, home / "gnome", log, self.look.scale, "ar" if self.look.right_to_left else "")
         desktop.open()
         self.session = _Session(desktop, processes, home, log)
         self.display = _Display(desktop, home)

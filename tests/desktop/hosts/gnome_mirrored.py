@@ -2,6 +2,7 @@
 # SPDX-License-Identifier: MIT
 
 from hosts import gnome
+from look import Look
 
 
 class Host(gnome.Host):
@@ -9,5 +10,4 @@ class Host(gnome.Host):
     from left to right."""
 
     name = "GNOME Shell in Arabic"
-    language = "ar"
-    text_beside = "left"
+    look = Look(right_to_left=True)

@@ -2,8 +2,9 @@
 # SPDX-License-Identifier: MIT
 
 from hosts import gnome
+from look import Look
 
 
 class Host(gnome.Host):
     name = "GNOME Shell at 200 %"
-    scale = 2
+    look = Look(scale=2)
