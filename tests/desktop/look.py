@@ -34,8 +34,6 @@ class Look:
         environment = {}
         if self.dark is not None:
             environment["GTK_THEME"] = "Adwaita:dark" if self.dark else "Adwaita"
-        if self.scale != 1:
-            environment |= {"GDK_SCALE": str(self.scale), "GDK_DPI_SCALE": str(1 / self.scale)}
         return environment | (_hebrew(namespace.private_folder("locale")) if self.right_to_left else {})
 
 

@@ -21,6 +21,7 @@ xwayland disable
 
 class SwayDisplay:
     def __init__(self, session, scale=1):
+        self._scale = scale
         width, height = size = [scale * side for side in SIZE]
         configuration = session.home / "sway.conf"
         configuration.write_text(_CONFIGURATION.format(width=width, height=height, scale=scale))
@@ -37,7 +38,10 @@ class SwayDisplay:
         self._pointer = VirtualPointer(display, size)
 
     def grab(self, part=None):
-        region = ["-g", f"{part.x},{part.y} {part.width}x{part.height}"] if part else []
+        region = []
+        if part:  # which grim counts as windows do
+            x, y, width, height = (side // self._scale for side in (part.x, part.y, part.width, part.height))
+            region = ["-g", f"{x},{y} {width}x{height}"]
         shot = self._folder / "shot.png"
         self._run("grim", "-l", "0", *region, str(shot))
         return Picture.read(shot)

@@ -126,6 +126,7 @@ def main():
         except Failure as failure:
             report.failed = True
             print(f"FAILED: {failure}")
+            checks.give_up("all")
     (pictures / "report.json").write_text(json.dumps(report.rows, ensure_ascii=False, indent=1))
     return 1 if report.failed else 0
 

@@ -27,8 +27,11 @@ class X11Desktop:
 
     def open(self, log, look=Look()):
         self.look = look
-        scaling = {} if self.scales_by_resolution else {"QT_SCALE_FACTOR": str(look.scale)}
-        self.session = Session(log, self.services, **self.environment | look.environment() | scaling)
+        scaling = {"GDK_SCALE": look.scale, "GDK_DPI_SCALE": 1 / look.scale}
+        if not self.scales_by_resolution:
+            scaling = {"QT_SCALE_FACTOR": look.scale}
+        self.session = Session(log, self.services, **self.environment | look.environment(),
+                               **{name: str(factor) for name, factor in scaling.items()})
         self.display = X11Display(self.session, look.scale, look.scale if self.scales_by_resolution else 1)
         self.display.tell_accessibility_bus(bus_address(self.session.bus))
         self.configure()
