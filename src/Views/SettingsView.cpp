@@ -12,6 +12,7 @@
 #include "Views/TokenField.h"
 #include "Views/WindowManager.h"
 
+#include <QEvent>
 #include <QGroupBox>
 #include <QLocale>
 #include <QPointer>
@@ -89,6 +90,7 @@ SettingsView::SettingsView(std::shared_ptr<AppState> appState) : m_appState(std:
     form->addWidget(m_success);
     form->addStretch();
     form->addWidget(footer());
+    recolourPlaceholders();
     refresh();
     connect(m_appState.get(), &AppState::objectWillChange, this, &SettingsView::refreshSoon);
 }
@@ -194,6 +196,23 @@ void SettingsView::finishTest(const std::optional<QString> &failure)
         m_failure->announce(*failure);
     else
         m_success->announce(u"Connected successfully!"_s);
+}
+
+void SettingsView::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        recolourPlaceholders();
+}
+
+// On a dark Plasma Qt's own are black on black.
+void SettingsView::recolourPlaceholders()
+{
+    QPalette own;
+    own.setColor(QPalette::PlaceholderText, Theme::colour(Theme::Ink::Secondary, palette()));
+    const auto fields = findChildren<QLineEdit *>();
+    for (QLineEdit *field : fields)
+        field->setPalette(own);
 }
 
 void SettingsView::refreshSoon()

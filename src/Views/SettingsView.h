@@ -23,6 +23,9 @@ class SettingsView : public QWidget {
 public:
     explicit SettingsView(std::shared_ptr<AppState> appState);
 
+protected:
+    void changeEvent(QEvent *event) override;
+
 private:
     QWidget *header();
     QWidget *credentials();
@@ -32,6 +35,7 @@ private:
 
     void startTest();
     void finishTest(const std::optional<QString> &failure);
+    void recolourPlaceholders();
     void refreshSoon();
     void refresh();
 

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
+#include "Contrast.h"
 #include "SettingsFixture.h"
 
 #include <QClipboard>
@@ -19,6 +20,22 @@ private Q_SLOTS:
         QCOMPARE(tokenField()->text(), u" EAstored "_s);
         QCOMPARE(accountField()->text(), u"123 "_s);
         QCOMPARE(threshold(), u"40"_s);
+    }
+
+    void placeholdersAreReadableWhateverThePalette()
+    {
+        QPalette dark = WindowTree::darkPalette();
+        dark.setColor(QPalette::Base, QColor(0x1b, 0x1e, 0x20));
+        dark.setColor(QPalette::PlaceholderText, Qt::black); // as Qt has it on a dark Plasma
+        open();
+        for (const QPalette &palette : {QPalette(QColor(0xef, 0xef, 0xef)), dark}) {
+            const WindowTree::SystemPalette whileLooking(palette); // with the window open
+            for (const QLineEdit *field : {tokenField(), accountField()}) {
+                QTRY_COMPARE(field->palette().color(QPalette::Base), palette.color(QPalette::Base));
+                const QPalette seen = field->palette();
+                QVERIFY(contrast(seen.color(QPalette::PlaceholderText), seen.color(QPalette::Base)) >= 4.5);
+            }
+        }
     }
 
     void everyKeystrokeIsStoredAtOnce()
