@@ -28,8 +28,6 @@ int VanteloApp::main(int argc, char **argv)
     QApplication::setApplicationVersion(QStringLiteral(VANTELO_VERSION));
     QApplication::setDesktopFileName(u"app.vantelo.Vantelo"_s);
     QApplication::setQuitOnLastWindowClosed(false);
-    // The texts are English, also where a plug-in of the desktop translates Qt's own into Arabic or Hebrew.
-    QApplication::setLayoutDirection(Qt::LeftToRight);
 
     TerminationSignals::onReceived([] { QCoreApplication::exit(0); });
 
@@ -48,6 +46,8 @@ int VanteloApp::main(int argc, char **argv)
 VanteloApp::VanteloApp(std::unique_ptr<MenuBarExtra> menuBarExtra)
     : m_appState(AppState::create()), m_menuBarExtra(std::move(menuBarExtra))
 {
+    // The texts are English, also where a plug-in of the desktop translates Qt's own into Arabic or Hebrew.
+    QApplication::setLayoutDirection(Qt::LeftToRight);
     connect(m_appState.get(), &AppState::objectWillChange, this, &VanteloApp::redrawSoon);
     redraw();
 }

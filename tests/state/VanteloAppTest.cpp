@@ -186,6 +186,13 @@ private Q_SLOTS:
         QCOMPARE(m_drawing.redraws, redraws);
     }
 
+    void theEnglishTextsRunFromLeftToRight()
+    {
+        QApplication::setLayoutDirection(Qt::RightToLeft); // as Qt's own translations into Arabic or Hebrew ask for
+        launch();
+        QCOMPARE(QApplication::layoutDirection(), Qt::LeftToRight);
+    }
+
     void theEndOpensNoWindow()
     {
         VanteloApp *app = nullptr;
