@@ -62,9 +62,9 @@ class VanteloProcess:
         return self._output.bytes.decode()
 
     def private_memory(self):
-        """Bytes that are its own, shared with no other process."""
+        """Bytes that it has written: what it only reads of files is shared or not as neighbours come and go."""
         with open(f"/proc/{self.pid}/smaps_rollup", encoding="ascii") as file:
-            return 1024 * sum(int(line.split()[1]) for line in file if line.startswith("Private_"))
+            return 1024 * sum(int(line.split()[1]) for line in file if line.startswith("Private_Dirty:"))
 
     def catches(self, signal_number):
         return bool(int(self._status("SigCgt"), 16) >> (signal_number - 1) & 1)
