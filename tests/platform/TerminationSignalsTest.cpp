@@ -3,6 +3,7 @@
 
 #include "Platform/TerminationSignals.h"
 
+#include <QCoreApplication>
 #include <QSocketNotifier>
 #include <QTest>
 
@@ -52,7 +53,7 @@ private Q_SLOTS:
         TerminationSignals::onReceived([] {});
         QVERIFY(handlerOf(SIGTERM) == before[0]);
         QVERIFY(handlerOf(SIGINT) == before[1]);
-        QVERIFY(!qApp->findChild<QSocketNotifier *>());
+        QVERIFY(!QCoreApplication::instance()->findChild<QSocketNotifier *>());
     }
 
     void eachIsReceivedOnce()
