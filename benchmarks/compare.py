@@ -79,7 +79,7 @@ def named(name, results, key):
 def sizes_of(build):
     stripped = Path(tempfile.mkdtemp()) / "vantelo"
     subprocess.run(["strip", "-o", stripped, f"{build}/vantelo"], check=True)
-    packages = sorted(Path(build).rglob("*.deb"), key=lambda path: path.stat().st_mtime)
+    packages = sorted((Path(build).parent / "package").glob("*.deb"), key=lambda path: path.stat().st_mtime)
     return {"program": stripped.stat().st_size, **({"package": packages[-1].stat().st_size} if packages else {})}
 
 
