@@ -129,14 +129,6 @@ private Q_SLOTS:
         QCOMPARE(corner.x() == 0 ? menu.x() : menu.geometry().right(), corner.x() == 0 ? 0 : screen.right());
     }
 
-    void aMenuTallerThanTheScreenBeginsAtItsTop()
-    {
-        RowsMenu menu;
-        menu.setRows(MenuRows(100, MenuRow::line(u"Today"_s)));
-        menu.popUpBeside({300, 300, 24, 24});
-        QCOMPARE(menu.pos(), QPoint(300, 0));
-    }
-
     void aMenuFontInPixelsKeepsItsSize()
     {
         QTest::failOnWarning(QRegularExpression(u"."_s)); // such as one about a size in points below zero

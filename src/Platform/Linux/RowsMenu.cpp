@@ -44,7 +44,7 @@ void RowsMenu::popUpBeside(const QRect &clicked)
     const QPoint below = clicked.topLeft() + QPoint(0, clicked.height());
     const bool fitsBelow = below.y() + size.height() <= room.y() + room.height();
     const int y = fitsBelow ? below.y() : clicked.y() - size.height();
-    // A menu larger than the screen begins where the screen does.
+    // No std::clamp, because the bounds cross where a menu is larger than the room; then Qt has the last word.
     popup({std::max(std::min(below.x(), room.x() + room.width() - size.width()), room.x()),
         std::max(std::min(y, room.y() + room.height() - size.height()), room.y())});
 }
