@@ -8,6 +8,8 @@ import time
 from dataclasses import dataclass
 from pathlib import Path
 
+ENDED = (FileNotFoundError, ProcessLookupError)  # what reading says of a process or thread that is no more
+
 
 @dataclass(frozen=True)
 class Memory:
@@ -19,9 +21,14 @@ class Memory:
 
 
 def memory(pid):
-    every = [_fields(Path(f"/proc/{process}/smaps_rollup")) for process in family(pid)]
-    return Memory(resident=sum(fields["Rss"] for fields in every), proportional=sum(fields["Pss"] for fields in every),
-                  private=sum(fields["Private_Clean"] + fields["Private_Dirty"] for fields in every))
+    resident = proportional = private = 0
+    for process in family(pid):
+        with contextlib.suppress(*ENDED):
+            fields = _fields(Path(f"/proc/{process}/smaps_rollup"))
+            resident += fields["Rss"]
+            proportional += fields["Pss"]
+            private += fields["Private_Clean"] + fields["Private_Dirty"]
+    return Memory(resident, proportional, private)
 
 
 @dataclass(frozen=True)
@@ -36,12 +43,19 @@ def switches(pid):
     """The counts of each thread of the process and its children, since the thread began."""
     counts = {}
     for process in family(pid):
-        for status in Path(f"/proc/{process}/task").glob("*/status"):
-            with contextlib.suppress(FileNotFoundError, ProcessLookupError):  # it has just ended
-                fields = _fields(status)
+        for thread in threads(process):
+            with contextlib.suppress(*ENDED):
+                fields = _fields(Path(f"/proc/{process}/task/{thread}/status"))
                 wake_ups = fields["voluntary_ctxt_switches"]
-                counts[status.parent.name] = Switches(wake_ups, wake_ups + fields["nonvoluntary_ctxt_switches"])
+                counts[thread] = Switches(wake_ups, wake_ups + fields["nonvoluntary_ctxt_switches"])
     return counts
+
+
+def threads(process):
+    try:
+        return os.listdir(f"/proc/{process}/task")
+    except ENDED:
+        return []
 
 
 def switches_between(before, after):
@@ -64,7 +78,7 @@ def family(pid):
     """The process and all its descendants."""
     try:
         children = Path(f"/proc/{pid}/task/{pid}/children").read_text().split()
-    except (FileNotFoundError, ProcessLookupError):  # it has just ended
+    except ENDED:
         return []
     return [pid, *(member for child in children for member in family(int(child)))]
 
