@@ -76,8 +76,13 @@ class VanteloProcess:
 
     def is_decoding(self):
         """Whether a thread of a pool is at work: while nothing is looked up, the one that decodes bodies."""
-        threads = [task.name for task in Path(f"/proc/{self.pid}/task").iterdir()]
-        return any(self._status("Name", task) == "Thread" and self._status("State", task) == "R" for task in threads)
+        return any(self._is_at_work(task.name) for task in Path(f"/proc/{self.pid}/task").iterdir())
+
+    def _is_at_work(self, thread):
+        try:
+            return self._status("Name", thread) == "Thread" and self._status("State", thread) == "R"
+        except (FileNotFoundError, ProcessLookupError):  # it has just ended
+            return False
 
     def _status(self, key, thread=None):
         path = f"/proc/{self.pid}/task/{thread or self.pid}/status"
