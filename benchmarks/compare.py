@@ -138,6 +138,7 @@ def print_targets(figures, windows, sizes):
         ("processor of refresh ÷ shell", ratio("processor of refresh", shell), 1),
         ("proportional memory ÷ Python", ratio("proportional memory after refreshes", python), 1 / 3),
         ("the same on a new screen", ratio("proportional memory on a new screen", python), 1 / 3),
+        ("resident memory ÷ Python, on a new screen", ratio("resident memory on a new screen", python), 1 / 3),
         ("private memory, windows closed again ÷ the first time", regrowth, 1.02),
         *([("package, in MB", sizes["package"] / 1e6, 1)] if "package" in sizes else []),
     ]
