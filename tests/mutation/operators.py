@@ -59,7 +59,8 @@ def _blanked(source):
             return text[0] + " " * (len(text) - 2) + text[-1]
         return re.sub(r"[^\n]", " ", text)
 
-    return re.sub(r'//[^\n]*|/\*.*?\*/|^#[^\n]*|"(?:\\.|[^"\\])*"|(?<![\w])u?\'(?:\\.|[^\'\\])+\'|\'(?:\\.|[^\'\\])\'(?!\d)',
+    return re.sub(r'(?<=R)"(\w*)\(.*?\)\1"|//[^\n]*|/\*.*?\*/|^#[^\n]*|"(?:\\.|[^"\\])*"'
+                  r'|(?:(?<!\w)|(?<=\bu))\'(?:\\.|[^\'\\])+\'|\'(?:\\.|[^\'\\])\'(?!\d)',
                   blank, source, flags=re.DOTALL | re.MULTILINE)
 
 
@@ -88,7 +89,9 @@ def _of_constants(code):
 def _of_texts(source, code):
     for match in re.finditer(r'"( *)"', code):
         if match[1]:
-            yield Mutant(*match.span(), '"~' + source[match.start() + 1:match.end()])
+            start, end = match.span()
+            text = (source.index("(", start) if code[start - 1] == "R" else start) + 1  # R"(raw)" begins after its "("
+            yield Mutant(start, end, source[start:text] + "~" + source[text:end])
     for match in re.finditer(r"'( +)'", code):
         yield Mutant(*match.span(), "'~'")
 
