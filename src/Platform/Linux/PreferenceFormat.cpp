@@ -51,7 +51,7 @@ public:
             enter(match);
         if (text.isEmpty())
             return;
-        if (text.startsWith(';') || !match.hasMatch() || !m_sectionIsReadable)
+        if (!match.hasMatch() || !m_sectionIsReadable)
             keep(line, !text.startsWith(';'));
         else if (!match.captured(2).isEmpty())
             m_map.insert(m_section + match.captured(2), match.captured(3).toLatin1());
@@ -70,7 +70,7 @@ private:
 
     void keep(const QByteArray &line, bool damaged)
     {
-        m_map.insert(otherLine + QString::number(m_kept++).rightJustified(9, u'0'), line);
+        m_map.insert(otherLine + QString::number(m_map.size()).rightJustified(9, u'0'), line); // in their order
         m_areReadable = m_areReadable && !damaged;
     }
 
@@ -78,7 +78,6 @@ private:
     QString m_section;
     bool m_sectionIsReadable = true;
     bool m_areReadable = true;
-    int m_kept = 0;
 };
 
 bool read(QIODevice &device, QSettings::SettingsMap &map)
@@ -137,7 +136,7 @@ QString escaped(const QString &text)
             std::ranges::find(shortEscapes, character.unicode(), &std::pair<char16_t, char16_t>::second);
         const bool digit =
             (character >= u'0' && character <= u'9') || (character.toLower() >= u'a' && character.toLower() <= u'f');
-        const bool asNumber = character < u' ' || character == u'\x7f' || (escapeDigits && digit);
+        const bool asNumber = character < u' ' || (escapeDigits && digit);
         if (shortOne != shortEscapes.end())
             result += u'\\' + QChar(shortOne->first);
         else if (asNumber)
@@ -197,8 +196,8 @@ std::optional<QString> textOf(const QByteArray &stored)
     const QRegularExpressionMatch match = value.match(QString::fromUtf8(stored));
     if (!match.hasMatch())
         return {};
-    const bool quoted = match.capturedStart(1) >= 0;
-    std::optional<QString> text = unescaped(quoted ? match.captured(1) : withoutBlanksAtEnd(match.captured(2)));
+    std::optional<QString> text =
+        unescaped(match.hasCaptured(1) ? match.captured(1) : withoutBlanksAtEnd(match.captured(2)));
     if (!text || !text->startsWith(u'@'))
         return text;
     if (text->startsWith(u"@@"))
@@ -217,10 +216,7 @@ QSettings::Format PreferenceFormat::format()
     return format;
 }
 
-QVariant PreferenceFormat::stored(const QVariant &value)
-{
-    return value.typeId() == QMetaType::QString ? storedText(value.toString()) : value.toString().toLatin1();
-}
+QVariant PreferenceFormat::stored(const QVariant &value) { return storedText(value.toString()); }
 
 QVariant PreferenceFormat::value(const QVariant &stored)
 {
