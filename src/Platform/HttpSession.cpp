@@ -21,53 +21,20 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The error that Qt reports for a reply that was served whole with this HTTP status.
-QNetworkReply::NetworkError servedError(int status)
-{
-    switch (status) {
-    case 400:
-    case 418:
-        return QNetworkReply::ProtocolInvalidOperationError;
-    case 401:
-        return QNetworkReply::AuthenticationRequiredError;
-    case 403:
-        return QNetworkReply::ContentAccessDenied;
-    case 404:
-        return QNetworkReply::ContentNotFoundError;
-    case 405:
-        return QNetworkReply::ContentOperationNotPermittedError;
-    case 407:
-        return QNetworkReply::ProxyAuthenticationRequiredError;
-    case 409:
-        return QNetworkReply::ContentConflictError;
-    case 410:
-        return QNetworkReply::ContentGoneError;
-    case 500:
-        return QNetworkReply::InternalServerError;
-    case 501:
-        return QNetworkReply::OperationNotImplementedError;
-    case 503:
-        return QNetworkReply::ServiceUnavailableError;
-    default:
-        break;
-    }
-    if (status > 500)
-        return QNetworkReply::UnknownServerError;
-    return status >= 400 ? QNetworkReply::UnknownContentError : QNetworkReply::NoError;
-}
-
-/// Neither the error nor the status alone tells a page that was served with an error status from a transfer
-/// that broke off: a broken compressed body with status 200 reports the same error as a whole reply with 429.
+/// Neither the error nor the status tells a page that was served with an error status from a transfer that broke off:
+/// a broken compressed body with status 200 reports the same error as a whole reply with 429. But Qt names the address
+/// for served pages alone, and for all of them except those that ask for a password.
 bool wasServed(const QNetworkReply &reply)
 {
-    if (reply.error() == QNetworkReply::NoError)
+    switch (reply.error()) {
+    case QNetworkReply::NoError:
+    case QNetworkReply::AuthenticationRequiredError:
         return true;
-    const int status = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-    if (status < 400 || reply.error() != servedError(status))
-        return false;
-    // Nor do the two together, since a body may break off in the very class of its status. But Qt names the address
-    // for served pages alone, and for all of them except those that ask for a password.
-    return status == 401 || status == 407 || reply.errorString().contains(reply.url().toString());
+    case QNetworkReply::ProxyAuthenticationRequiredError: // of a page; or of the proxy itself, which made no tunnel
+        return reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt() == 407;
+    default:
+        return reply.errorString().contains(reply.url().toString());
+    }
 }
 
 /// Qt does not always notice that a body ended before its announced length.

@@ -53,7 +53,7 @@ private Q_SLOTS:
         using Then = Reply::Then;
         const QString lost = u"failed: The connection was lost."_s;
         const QString broken = u"failed: The server’s reply could not be read."_s;
-        for (const int status : {200, 400, 429, 500}) {
+        for (const int status : {200, 400, 401, 407, 429, 500}) {
             QTest::addRow("hung up, %d", status) << Reply{.status = status, .body = body, .then = Then::HangUp} << lost;
             QTest::addRow("cut short, %d", status) << Reply{.status = status, .body = body, .headers = longer} << lost;
             QTest::addRow("reset, %d", status)

@@ -120,7 +120,7 @@ private Q_SLOTS:
     void aBrokenCompressedBodyIsNoBody_data()
     {
         QTest::addColumn<int>("status");
-        for (const int status : {200, 400, 403, 429, 500, 503})
+        for (const int status : {200, 400, 401, 403, 407, 429, 500, 503})
             QTest::addRow("%d", status) << status;
     }
 
@@ -147,6 +147,14 @@ private Q_SLOTS:
     void anUnknownHostSaysSo()
     {
         QCOMPARE(fetch(u"http://nowhere.invalid/"_s), u"failed: The server could not be found."_s);
+    }
+
+    void anotherHostsCertificateGetsNoRequest()
+    {
+        m_service = std::make_unique<LoopbackService>(LoopbackService::Transport::Tls);
+        QCOMPARE(fetch(address().replace(u"localhost"_s, u"127.0.0.1"_s)),
+            u"failed: A secure connection to the server could not be made."_s);
+        QVERIFY(m_service->requests().isEmpty());
     }
 
     void redirectsAreFollowed()
@@ -208,7 +216,11 @@ private Q_SLOTS:
         fetch(m_service->origin() + u"/fail"_s);
         QCoreApplication::processEvents();
         fetch(address());
-        QVERIFY(m_service->connections() > 1);
+        const int connections = m_service->connections();
+        QVERIFY(connections > 1);
+        QCoreApplication::processEvents();
+        fetch(address());
+        QCOMPARE(m_service->connections(), connections);
     }
 
     void aFailureDoesNotHarmOtherTransfers()
@@ -232,7 +244,9 @@ private Q_SLOTS:
         QTRY_COMPARE(m_service->requests().size(), 1);
         HttpSession::shared().cancelAll();
         QVERIFY(task.isReady());
-        QVERIFY(QCoro::waitFor(task).error().cancelled);
+        const TransferError error = QCoro::waitFor(task).error();
+        QVERIFY(error.cancelled);
+        QCOMPARE(error.description, u"Cancelled."_s);
     }
 
 private:
