@@ -1,34 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
-#include "OutputCapture.h"
-#include "Platform/AppStorage.h"
-#include "TestPreferences.h"
-
-#include <QFile>
-#include <QTest>
-
-#include <memory>
-
-using namespace Qt::StringLiterals;
+#include "PreferencesFixture.h"
 
 /// What the preference file says, and what other programs make of it.
-class PreferenceFormatTest : public QObject {
+class PreferenceFormatTest : public PreferencesFixture {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init()
-    {
-        m_preferences = std::make_unique<TestPreferences>();
-        m_store = std::make_unique<DefaultsStore>();
-    }
-
-    void cleanup()
-    {
-        m_store.reset();
-        m_preferences.reset();
-    }
-
     void noValueMakesAnObject_data()
     {
         QTest::addColumn<QByteArray>("value");
@@ -157,19 +136,6 @@ private Q_SLOTS:
         m_preferences->writeFile("[General]\ntext=@home\n");
         QCOMPARE(text().get(), u"@home"_s);
     }
-
-private:
-    QByteArray content() const
-    {
-        QFile file(m_preferences->fileName());
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-
-    AppStorage<QString> text() { return {*m_store, u"text"_s, u"fallback"_s}; }
-    AppStorage<std::int64_t> integer() { return {*m_store, u"integer"_s, 15}; }
-
-    std::unique_ptr<TestPreferences> m_preferences;
-    std::unique_ptr<DefaultsStore> m_store;
 };
 
 QTEST_GUILESS_MAIN(PreferenceFormatTest)

@@ -1,21 +1,14 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
-#include "OutputCapture.h"
-#include "Platform/AppStorage.h"
-#include "TestPreferences.h"
+#include "PreferencesFixture.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
-#include <QTest>
 
 #include <csignal>
-#include <memory>
 #include <sys/resource.h>
 #include <sys/stat.h>
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -31,6 +24,17 @@ mode_t currentMask()
     ::umask(mask);
     return mask;
 }
+
+/// The process's file creation mask while this lives.
+class FileCreationMask {
+public:
+    explicit FileCreationMask(mode_t mask) : m_before(::umask(mask)) {}
+    ~FileCreationMask() { ::umask(m_before); }
+    Q_DISABLE_COPY_MOVE(FileCreationMask)
+
+private:
+    mode_t m_before;
+};
 
 /// No file can grow beyond 4 KiB while this lives: a full disk for this process alone, but for short outputs.
 class FullDisk {
@@ -51,23 +55,10 @@ private:
 
 } // namespace
 
-class PreferencesTest : public QObject {
+class PreferencesTest : public PreferencesFixture {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init()
-    {
-        m_preferences = std::make_unique<TestPreferences>();
-        m_store = std::make_unique<DefaultsStore>();
-    }
-
-    void cleanup()
-    {
-        m_store.reset();
-        m_preferences.reset();
-        ::umask(022);
-    }
-
     void anAbsentKeyReadsAsItsFallbackWhichIsNeverWritten()
     {
         QCOMPARE(text().get(), u"fallback"_s);
@@ -186,7 +177,7 @@ private Q_SLOTS:
 
     void theFileIsTheUsersAloneFromTheStart()
     {
-        ::umask(0);
+        const FileCreationMask none(0);
         text().set(u"secret"_s);
         QCOMPARE(modeOf(m_preferences->fileName()), 0600);
         QCOMPARE(modeOf(QFileInfo(m_preferences->fileName()).path()), 0700);
@@ -207,7 +198,7 @@ private Q_SLOTS:
 
     void theUsersFileCreationMaskIsLeftAlone()
     {
-        ::umask(027);
+        const FileCreationMask mask(027);
         text().set(u"secret"_s);
         QCOMPARE(currentMask(), mode_t{027});
     }
@@ -350,8 +341,8 @@ private Q_SLOTS:
         ::chmod(QFile::encodeName(target).constData(), 0644);
         QCOMPARE(text().get(), u"old"_s);
         text().set(u"new"_s);
-        QVERIFY(QFileInfo(m_preferences->fileName()).isSymLink());
-        QVERIFY(fileContent(target).contains("text=new"));
+        QCOMPARE(QFileInfo(m_preferences->fileName()).symLinkTarget(), target);
+        QVERIFY(content().contains("text=new"));
         QCOMPARE(modeOf(target), 0600);
     }
 
@@ -378,22 +369,6 @@ private Q_SLOTS:
         QVERIFY(output.diagnostics().endsWith(
             "Vantelo: The preferences cannot be saved; changes last until the program ends.\n"));
     }
-
-private:
-    static QByteArray fileContent(const QString &name)
-    {
-        QFile file(name);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-    QByteArray content() const { return fileContent(m_preferences->fileName()); }
-
-    AppStorage<QString> text() { return {*m_store, u"text"_s, u"fallback"_s}; }
-    AppStorage<std::int64_t> integer() { return {*m_store, u"integer"_s, 15}; }
-    AppStorage<double> real() { return {*m_store, u"real"_s, 0.5}; }
-    AppStorage<bool> flag() { return {*m_store, u"flag"_s, true}; }
-
-    std::unique_ptr<TestPreferences> m_preferences;
-    std::unique_ptr<DefaultsStore> m_store;
 };
 
 QTEST_GUILESS_MAIN(PreferencesTest)
