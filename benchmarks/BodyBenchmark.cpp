@@ -4,8 +4,8 @@
 #include "API/Figures.h"
 #include "API/InsightsResponse.h"
 #include "BenchmarkBody.h"
-#include "Platform/Decoding.h"
-#include "Platform/JsonReader.h"
+#include "Foundation/Decoding.h"
+#include "Foundation/JsonReader.h"
 
 #include <QCoreApplication>
 

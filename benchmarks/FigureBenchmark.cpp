@@ -4,7 +4,7 @@
 #include "API/Figures.h"
 #include "API/FormatNumber.h"
 #include "API/InsightsResponse.h"
-#include "Platform/PlainNumber.h"
+#include "Foundation/PlainNumber.h"
 
 #include <benchmark/benchmark.h>
 

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "DemoWorld.h"
-#include "Platform/Clock.h"
+#include "Foundation/Clock.h"
 
 #include <chrono>
 

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "DemoWorld.h"
-#include "Platform/Deployment.h"
+#include "Foundation/Deployment.h"
 
 #include <cmath>
 

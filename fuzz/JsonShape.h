@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "Platform/JsonReader.h"
+#include "Foundation/JsonReader.h"
 
 #include <QJsonObject>
 #include <QLatin1StringView>

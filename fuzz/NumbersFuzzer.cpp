@@ -5,9 +5,9 @@
 
 #include "API/Figures.h"
 #include "API/FormatNumber.h"
+#include "Foundation/PlainNumber.h"
 #include "Input.h"
 #include "NumberOracle.h"
-#include "Platform/PlainNumber.h"
 #include "Require.h"
 
 #include <array>

@@ -4,9 +4,9 @@
 // Whatever stands in the preference file: every preference has a legal value, a write keeps all that was there, and
 // the file stays whole and the user's alone.
 
+#include "Foundation/Deployment.h"
 #include "Input.h"
 #include "Platform/AppStorage.h"
-#include "Platform/Deployment.h"
 #include "Platform/Linux/PreferenceFormat.h"
 #include "Require.h"
 

@@ -3,7 +3,7 @@
 
 #include "AccountServer.h"
 
-#include "Platform/Clock.h"
+#include "Foundation/Clock.h"
 #include "ProductSite.h"
 
 #include <QTcpSocket>

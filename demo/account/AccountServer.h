@@ -14,7 +14,7 @@
 class QTcpSocket;
 
 /// Serves the demo account and the product's site over HTTP on loopback. The story begins with the first
-/// insights request that is answered with figures, and goes by Platform/Clock.h.
+/// insights request that is answered with figures, and goes by Foundation/Clock.h.
 class AccountServer : public QObject {
     Q_OBJECT
 

@@ -4,7 +4,7 @@
 #include "API/Figures.h"
 
 #include "API/InsightsResponse.h"
-#include "Platform/PlainNumber.h"
+#include "Foundation/PlainNumber.h"
 
 #include <QLatin1StringView>
 

@@ -3,7 +3,7 @@
 
 #include "API/InsightsResponse.h"
 
-#include "Platform/JsonReader.h"
+#include "Foundation/JsonReader.h"
 
 using namespace Qt::StringLiterals;
 

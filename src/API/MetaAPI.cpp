@@ -5,10 +5,10 @@
 
 #include "API/Figures.h"
 #include "API/InsightsResponse.h"
-#include "Platform/Decoding.h"
-#include "Platform/Deployment.h"
+#include "Foundation/Decoding.h"
+#include "Foundation/Deployment.h"
+#include "Foundation/JsonReader.h"
 #include "Platform/HttpSession.h"
-#include "Platform/JsonReader.h"
 
 using namespace Qt::StringLiterals;
 

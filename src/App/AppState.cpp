@@ -4,9 +4,9 @@
 #include "App/AppState.h"
 
 #include "API/FormatNumber.h"
-#include "Platform/Clock.h"
-#include "Platform/Deployment.h"
-#include "Platform/Task.h"
+#include "Foundation/Clock.h"
+#include "Foundation/Deployment.h"
+#include "Foundation/Task.h"
 #include "Update/UpdateManager.h"
 
 #include <QTimer>

@@ -4,11 +4,11 @@
 #include "App/VanteloApp.h"
 
 #include "App/AppState.h"
+#include "Foundation/Deployment.h"
+#include "Foundation/Task.h"
 #include "Platform/Alert.h"
-#include "Platform/Deployment.h"
 #include "Platform/HttpSession.h"
 #include "Platform/SingleInstance.h"
-#include "Platform/Task.h"
 #include "Platform/TerminationSignals.h"
 #include "Views/MenuBarView.h"
 #include "Views/WindowManager.h"

@@ -3,7 +3,7 @@
 
 #include "Platform/AppStorage.h"
 
-#include "Platform/PlainNumber.h"
+#include "Foundation/PlainNumber.h"
 
 #include <cmath>
 

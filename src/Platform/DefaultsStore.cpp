@@ -3,7 +3,7 @@
 
 #include "Platform/DefaultsStore.h"
 
-#include "Platform/Log.h"
+#include "Foundation/Log.h"
 #include "Platform/PreferenceStorage.h"
 
 using namespace Qt::StringLiterals;

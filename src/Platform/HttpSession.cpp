@@ -3,7 +3,7 @@
 
 #include "Platform/HttpSession.h"
 
-#include "Platform/Deployment.h"
+#include "Foundation/Deployment.h"
 
 #include <QCoreApplication>
 #include <QCoroNetworkReply>

@@ -3,7 +3,7 @@
 
 #include "Update/RemoteUpdate.h"
 
-#include "Platform/JsonReader.h"
+#include "Foundation/JsonReader.h"
 
 #include <QJsonDocument>
 

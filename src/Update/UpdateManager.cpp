@@ -3,13 +3,13 @@
 
 #include "Update/UpdateManager.h"
 
+#include "Foundation/Decoding.h"
+#include "Foundation/Deployment.h"
+#include "Foundation/JsonReader.h"
+#include "Foundation/Log.h"
+#include "Foundation/PlainNumber.h"
 #include "Platform/Alert.h"
-#include "Platform/Decoding.h"
-#include "Platform/Deployment.h"
 #include "Platform/HttpSession.h"
-#include "Platform/JsonReader.h"
-#include "Platform/Log.h"
-#include "Platform/PlainNumber.h"
 
 #include <QCoreApplication>
 #include <QDesktopServices>

@@ -5,9 +5,9 @@
 
 #include "API/FormatNumber.h"
 #include "App/AppState.h"
-#include "Platform/Deployment.h"
-#include "Platform/PlainNumber.h"
-#include "Platform/Task.h"
+#include "Foundation/Deployment.h"
+#include "Foundation/PlainNumber.h"
+#include "Foundation/Task.h"
 #include "Views/WindowManager.h"
 
 #include <QCoreApplication>

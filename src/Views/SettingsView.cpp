@@ -4,7 +4,7 @@
 #include "Views/SettingsView.h"
 
 #include "App/AppState.h"
-#include "Platform/Task.h"
+#include "Foundation/Task.h"
 #include "Views/ProgressButton.h"
 #include "Views/ResultRow.h"
 #include "Views/Stepper.h"

@@ -3,7 +3,7 @@
 
 #include "Views/SetupGuideText.h"
 
-#include "Platform/Deployment.h"
+#include "Foundation/Deployment.h"
 
 #include <QUrl>
 

@@ -3,8 +3,8 @@
 
 #include "API/MetaAPI.h"
 #include "AccountServer.h"
+#include "Foundation/JsonReader.h"
 #include "Platform/HttpSession.h"
-#include "Platform/JsonReader.h"
 #include "TestClock.h"
 #include "TestDeployment.h"
 #include "Update/UpdateManager.h"

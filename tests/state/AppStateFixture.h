@@ -4,9 +4,9 @@
 #pragma once
 
 #include "App/AppState.h"
+#include "Foundation/Task.h"
 #include "Json.h"
 #include "LoopbackService.h"
-#include "Platform/Task.h"
 #include "TestClock.h"
 #include "TestDeployment.h"
 #include "TestPreferences.h"

@@ -3,9 +3,9 @@
 
 #include "Views/MenuBarView.h"
 #include "App/AppState.h"
+#include "Foundation/Task.h"
 #include "Json.h"
 #include "LoopbackService.h"
-#include "Platform/Task.h"
 #include "TestClock.h"
 #include "TestPreferences.h"
 

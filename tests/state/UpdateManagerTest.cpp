@@ -2,12 +2,12 @@
 // SPDX-License-Identifier: MIT
 
 #include "Update/UpdateManager.h"
+#include "Foundation/Task.h"
 #include "Json.h"
 #include "LoopbackService.h"
 #include "OutputCapture.h"
 #include "Platform/Alert.h"
 #include "Platform/HttpSession.h"
-#include "Platform/Task.h"
 #include "TestDeployment.h"
 
 #include <QApplication>

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "Platform/Clock.h"
+#include "Foundation/Clock.h"
 
 /// The clock of every test program: it stands still until a test moves it.
 namespace TestClock {

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "Platform/Deployment.h"
+#include "Foundation/Deployment.h"
 
 /// The wiring of every test program: nothing listens until a test says where, and no poll ticks by itself.
 namespace TestDeployment {

@@ -3,7 +3,7 @@
 
 #include "TestPreferences.h"
 
-#include "Platform/Deployment.h"
+#include "Foundation/Deployment.h"
 
 #include <QDir>
 #include <QFile>

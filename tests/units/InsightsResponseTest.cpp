@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 #include "API/InsightsResponse.h"
+#include "Foundation/JsonReader.h"
 #include "Json.h"
-#include "Platform/JsonReader.h"
 
 #include <QTest>
 

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 #include "Update/RemoteUpdate.h"
+#include "Foundation/JsonReader.h"
 #include "Json.h"
-#include "Platform/JsonReader.h"
 
 #include <QTest>
 

@@ -4,7 +4,7 @@
 #include "Views/WindowManager.h"
 
 #include "App/AppState.h"
-#include "Platform/Task.h"
+#include "Foundation/Task.h"
 #include "TestPreferences.h"
 #include "WindowTree.h"
 

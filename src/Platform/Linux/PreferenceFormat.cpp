@@ -3,7 +3,7 @@
 
 #include "Platform/Linux/PreferenceFormat.h"
 
-#include "Platform/Log.h"
+#include "Foundation/Log.h"
 
 #include <QFileDevice>
 #include <QRegularExpression>

@@ -3,7 +3,7 @@
 
 #include "Platform/PreferenceStorage.h"
 
-#include "Platform/Deployment.h"
+#include "Foundation/Deployment.h"
 #include "Platform/Linux/PreferenceFormat.h"
 
 #include <QFile>

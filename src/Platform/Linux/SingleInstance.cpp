@@ -3,7 +3,7 @@
 
 #include "Platform/SingleInstance.h"
 
-#include "Platform/Deployment.h"
+#include "Foundation/Deployment.h"
 #include "Platform/Linux/ApplicationService.h"
 #include "Platform/Linux/PrivateBus.h"
 

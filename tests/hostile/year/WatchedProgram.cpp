@@ -7,9 +7,9 @@
 
 #include "App/AppState.h"
 #include "App/VanteloApp.h"
+#include "Foundation/Task.h"
 #include "Platform/Alert.h"
 #include "Platform/PreferenceStorage.h"
-#include "Platform/Task.h"
 #include "TestClock.h"
 #include "TestDeployment.h"
 #include "TimeGate.h"

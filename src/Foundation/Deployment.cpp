@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
-#include "Platform/Deployment.h"
+#include "Foundation/Deployment.h"
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
