@@ -3,7 +3,7 @@
 
 #include "BenchmarkBody.h"
 
-#include "Platform/HttpSession.h"
+#include "Http/HttpSession.h"
 
 namespace {
 

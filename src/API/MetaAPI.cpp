@@ -8,7 +8,7 @@
 #include "Foundation/Decoding.h"
 #include "Foundation/Deployment.h"
 #include "Foundation/JsonReader.h"
-#include "Platform/HttpSession.h"
+#include "Http/HttpSession.h"
 
 using namespace Qt::StringLiterals;
 

@@ -8,8 +8,8 @@
 #include "Foundation/JsonReader.h"
 #include "Foundation/Log.h"
 #include "Foundation/PlainNumber.h"
+#include "Http/HttpSession.h"
 #include "Platform/Alert.h"
-#include "Platform/HttpSession.h"
 
 #include <QCoreApplication>
 #include <QDesktopServices>

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
+#include "Http/HttpSession.h"
 #include "LoopbackService.h"
-#include "Platform/HttpSession.h"
 
 #include <QCoroTask>
 #include <QNetworkProxy>

@@ -4,7 +4,7 @@
 #include "API/MetaAPI.h"
 #include "AccountServer.h"
 #include "Foundation/JsonReader.h"
-#include "Platform/HttpSession.h"
+#include "Http/HttpSession.h"
 #include "TestClock.h"
 #include "TestDeployment.h"
 #include "Update/UpdateManager.h"

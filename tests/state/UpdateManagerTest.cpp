@@ -3,11 +3,11 @@
 
 #include "Update/UpdateManager.h"
 #include "Foundation/Task.h"
+#include "Http/HttpSession.h"
 #include "Json.h"
 #include "LoopbackService.h"
 #include "OutputCapture.h"
 #include "Platform/Alert.h"
-#include "Platform/HttpSession.h"
 #include "TestDeployment.h"
 
 #include <QApplication>
