@@ -6,8 +6,8 @@
 
 #include "Foundation/Deployment.h"
 #include "Input.h"
-#include "Platform/AppStorage.h"
-#include "Platform/Linux/PreferenceFormat.h"
+#include "Preferences/AppStorage.h"
+#include "Preferences/Linux/PreferenceFormat.h"
 #include "Require.h"
 
 #include <QDir>

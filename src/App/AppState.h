@@ -7,7 +7,7 @@
 #include "Models/MonitorStatus.h"
 #include "Models/SevenDayStats.h"
 #include "Models/TodayStats.h"
-#include "Platform/AppStorage.h"
+#include "Preferences/AppStorage.h"
 
 #include <QCoroTask>
 #include <QDateTime>

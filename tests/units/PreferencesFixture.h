@@ -4,7 +4,7 @@
 #pragma once
 
 #include "OutputCapture.h"
-#include "Platform/AppStorage.h"
+#include "Preferences/AppStorage.h"
 #include "TestPreferences.h"
 
 #include <QFile>

@@ -9,7 +9,7 @@
 #include "App/VanteloApp.h"
 #include "Foundation/Task.h"
 #include "Platform/Alert.h"
-#include "Platform/PreferenceStorage.h"
+#include "Preferences/PreferenceStorage.h"
 #include "TestClock.h"
 #include "TestDeployment.h"
 #include "TimeGate.h"

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
-#include "Platform/AppStorage.h"
+#include "Preferences/AppStorage.h"
 
 #include "Foundation/PlainNumber.h"
 

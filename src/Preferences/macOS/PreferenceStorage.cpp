@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
-#include "Platform/PreferenceStorage.h"
+#include "Preferences/PreferenceStorage.h"
 
 #include "Foundation/Deployment.h"
 

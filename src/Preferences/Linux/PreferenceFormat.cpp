@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
-#include "Platform/Linux/PreferenceFormat.h"
+#include "Preferences/Linux/PreferenceFormat.h"
 
 #include "Foundation/Log.h"
 

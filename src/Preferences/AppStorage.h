@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "Platform/DefaultsStore.h"
+#include "Preferences/DefaultsStore.h"
 
 #include <QString>
 #include <QVariant>

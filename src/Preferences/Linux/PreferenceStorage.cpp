@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
-#include "Platform/PreferenceStorage.h"
+#include "Preferences/PreferenceStorage.h"
 
 #include "Foundation/Deployment.h"
-#include "Platform/Linux/PreferenceFormat.h"
+#include "Preferences/Linux/PreferenceFormat.h"
 
 #include <QFile>
 #include <QFileInfo>

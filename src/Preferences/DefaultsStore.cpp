@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
-#include "Platform/DefaultsStore.h"
+#include "Preferences/DefaultsStore.h"
 
 #include "Foundation/Log.h"
-#include "Platform/PreferenceStorage.h"
+#include "Preferences/PreferenceStorage.h"
 
 using namespace Qt::StringLiterals;
 
