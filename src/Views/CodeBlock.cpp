@@ -3,7 +3,7 @@
 
 #include "Views/CodeBlock.h"
 
-#include "Platform/TextStyle.h"
+#include "Look/TextStyle.h"
 
 #include <QEvent>
 #include <QPlainTextEdit>

@@ -3,8 +3,8 @@
 
 #include "Views/LinkLabel.h"
 
-#include "Platform/TextStyle.h"
-#include "Platform/Theme.h"
+#include "Look/TextStyle.h"
+#include "Look/Theme.h"
 #include "Views/AccessibleRole.h"
 
 #include <QDesktopServices>

@@ -3,7 +3,7 @@
 
 #include "Views/MarkedLabel.h"
 
-#include "Platform/SystemSymbol.h"
+#include "Look/SystemSymbol.h"
 
 #include <QEvent>
 #include <QPainter>

@@ -3,8 +3,8 @@
 
 #include "Views/ResultRow.h"
 
-#include "Platform/SystemSymbol.h"
-#include "Platform/TextStyle.h"
+#include "Look/SystemSymbol.h"
+#include "Look/TextStyle.h"
 #include "Views/AccessibleRole.h"
 
 #include <QEvent>

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "Platform/Theme.h"
+#include "Look/Theme.h"
 
 #include <QWidget>
 

@@ -3,8 +3,8 @@
 
 #pragma once
 
-#include "Platform/TextStyle.h"
-#include "Platform/Theme.h"
+#include "Look/TextStyle.h"
+#include "Look/Theme.h"
 
 #include <QLabel>
 

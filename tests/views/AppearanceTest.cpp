@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 
 #include "Contrast.h"
-#include "Platform/SystemSymbol.h"
-#include "Platform/TextStyle.h"
-#include "Platform/Theme.h"
+#include "Look/SystemSymbol.h"
+#include "Look/TextStyle.h"
+#include "Look/Theme.h"
 #include "WindowTree.h"
 
 #include <QFontInfo>

@@ -3,7 +3,7 @@
 
 #include "Platform/Linux/RowsMenu.h"
 
-#include "Platform/Theme.h"
+#include "Look/Theme.h"
 
 #include <QGuiApplication>
 #include <QScreen>

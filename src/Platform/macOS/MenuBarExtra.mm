@@ -3,7 +3,7 @@
 
 #include "Platform/MenuBarExtra.h"
 
-#include "Platform/macOS/NativeText.h"
+#include "Look/macOS/NativeText.h"
 #import "Platform/macOS/StatusMenu.h"
 
 #include <utility>

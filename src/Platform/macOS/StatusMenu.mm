@@ -3,8 +3,8 @@
 
 #import "Platform/macOS/StatusMenu.h"
 
+#include "Look/macOS/NativeText.h"
 #include "Platform/ShownRows.h"
-#include "Platform/macOS/NativeText.h"
 
 #include <QCoreApplication>
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
-#include "Platform/Theme.h"
+#include "Look/Theme.h"
 
 #include <QPalette>
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
-#include "Platform/TextStyle.h"
+#include "Look/TextStyle.h"
 
 #include <QFontDatabase>
 #include <QFontInfo>

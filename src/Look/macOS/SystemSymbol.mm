@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
-#include "Platform/SystemSymbol.h"
+#include "Look/SystemSymbol.h"
 
-#include "Platform/macOS/NativeText.h"
+#include "Look/macOS/NativeText.h"
 
 #include <QImage>
 #include <QPainter>
