@@ -8,8 +8,8 @@
 #include "Foundation/Task.h"
 #include "Http/HttpSession.h"
 #include "Platform/Alert.h"
-#include "Platform/SingleInstance.h"
-#include "Platform/TerminationSignals.h"
+#include "Process/SingleInstance.h"
+#include "Process/TerminationSignals.h"
 #include "Views/MenuBarView.h"
 #include "Views/WindowManager.h"
 

@@ -3,7 +3,7 @@
 
 #include "Views/HostingWindow.h"
 
-#include "Platform/Activation.h"
+#include "Process/Activation.h"
 #include "Views/AccessibleRole.h"
 
 #include <QCursor>

@@ -4,7 +4,7 @@
 // A second process for SingleInstanceTest: claims the place, says what came of it, and holds on until its
 // standard input ends.
 
-#include "Platform/SingleInstance.h"
+#include "Process/SingleInstance.h"
 
 #include <QCoreApplication>
 #include <QSocketNotifier>

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
-#include "Platform/SingleInstance.h"
-#include "Platform/Linux/ApplicationService.h"
+#include "Process/SingleInstance.h"
+#include "Process/Linux/ApplicationService.h"
 #include "TestSessionBus.h"
 
 #include <QApplication>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
-#include "Platform/TerminationSignals.h"
+#include "Process/TerminationSignals.h"
 
 #include <QCoreApplication>
 #include <QSocketNotifier>

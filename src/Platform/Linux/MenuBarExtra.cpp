@@ -4,11 +4,11 @@
 #include "Platform/MenuBarExtra.h"
 
 #include "Platform/Linux/DBusMenu.h"
-#include "Platform/Linux/PrivateBus.h"
 #include "Platform/Linux/RowsMenu.h"
 #include "Platform/Linux/StatusNotifierHost.h"
 #include "Platform/Linux/StatusNotifierItem.h"
 #include "Platform/Linux/TrayMenuBarExtra.h"
+#include "Process/Linux/PrivateBus.h"
 
 #include <QCursor>
 #include <QGuiApplication>

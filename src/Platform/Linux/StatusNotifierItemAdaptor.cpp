@@ -3,8 +3,8 @@
 
 #include "Platform/Linux/StatusNotifierItemAdaptor.h"
 
-#include "Platform/Linux/ActivationToken.h"
 #include "Platform/Linux/InstalledIcon.h"
+#include "Process/Linux/ActivationToken.h"
 
 using namespace Qt::StringLiterals;
 

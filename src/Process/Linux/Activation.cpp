@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
-#include "Platform/Activation.h"
+#include "Process/Activation.h"
 
 // Here windows are activated, one by one, and not programs.
 void activateIgnoringOtherApps() {}

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
-#include "Platform/Linux/ActivationToken.h"
+#include "Process/Linux/ActivationToken.h"
 
 #include <QString>
 

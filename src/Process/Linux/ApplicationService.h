@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "Platform/SingleInstance.h"
+#include "Process/SingleInstance.h"
 
 #include <QDBusAbstractAdaptor>
 #include <QDBusConnection>

@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
-#include "Platform/SingleInstance.h"
+#include "Process/SingleInstance.h"
 
 #include "Foundation/Deployment.h"
-#include "Platform/Linux/ApplicationService.h"
-#include "Platform/Linux/PrivateBus.h"
+#include "Process/Linux/ApplicationService.h"
+#include "Process/Linux/PrivateBus.h"
 
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
-#include "Platform/Linux/ApplicationService.h"
+#include "Process/Linux/ApplicationService.h"
 
-#include "Platform/Linux/ActivationToken.h"
+#include "Process/Linux/ActivationToken.h"
 
 #include <utility>
 
