@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
-#include "Platform/Linux/DBusMenu.h"
+#include "MenuBar/Linux/BusMenu/DBusMenu.h"
 
 #include <benchmark/benchmark.h>
 

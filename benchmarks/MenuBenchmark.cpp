@@ -3,7 +3,7 @@
 
 #include "App/VanteloApp.h"
 #include "BenchmarkAccount.h"
-#include "Platform/Linux/StatusDotImage.h"
+#include "MenuBar/Linux/StatusItem/StatusDotImage.h"
 #include "Views/MenuBarView.h"
 
 #include <benchmark/benchmark.h>

@@ -6,8 +6,8 @@
 // through Qt's marshalling and dispatch without leaving the process.
 
 #include "Input.h"
-#include "Platform/Linux/DBusMenu.h"
-#include "Platform/Linux/StatusNotifierItem.h"
+#include "MenuBar/Linux/BusMenu/DBusMenu.h"
+#include "MenuBar/Linux/StatusItem/StatusNotifierItem.h"
 #include "Require.h"
 #include "TestSessionBus.h"
 

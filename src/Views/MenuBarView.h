@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "Platform/MenuBarExtra.h"
+#include "MenuBar/MenuBarExtra.h"
 
 #include <memory>
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
-#include "Platform/Linux/StatusDotImage.h"
+#include "MenuBar/Linux/StatusItem/StatusDotImage.h"
 #include "StatusHost.h"
 #include "TestSessionBus.h"
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
-#include "Platform/Linux/RowsMenu.h"
+#include "MenuBar/Linux/Tray/RowsMenu.h"
 #include "Contrast.h"
 
 #include <QApplication>

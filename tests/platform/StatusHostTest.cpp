@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "StatusHost.h"
-#include "Platform/MenuBarExtra.h"
+#include "MenuBar/MenuBarExtra.h"
 #include "TestSessionBus.h"
 
 #include <QApplication>

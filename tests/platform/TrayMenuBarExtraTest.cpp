@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
-#include "Platform/MenuBarExtra.h"
+#include "MenuBar/MenuBarExtra.h"
 #include "StatusHost.h"
 #include "TestDisplay.h"
 #include "TestSessionBus.h"

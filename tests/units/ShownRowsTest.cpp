@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
-#include "Platform/ShownRows.h"
+#include "MenuBar/ShownRows.h"
 
 #include <QTest>
 

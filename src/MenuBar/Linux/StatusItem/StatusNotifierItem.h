@@ -1,0 +1,41 @@
+// SPDX-FileCopyrightText: 2026 The Vantelo authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "MenuBar/Linux/StatusItem/StatusNotifierTypes.h"
+#include "MenuBar/MenuBarExtra.h"
+
+#include <QDBusConnection>
+#include <QObject>
+#include <QPoint>
+#include <QTimer>
+
+class StatusNotifierItemAdaptor;
+
+/// The item as status-area hosts see it on the bus. Announces a change when, and only when, there is one.
+class StatusNotifierItem : public QObject {
+    Q_OBJECT
+
+public:
+    /// Some hosts open the menu on a click only for items below /org/ayatana/NotificationItem/.
+    static QString path();
+    static QString menuPath();
+
+    explicit StatusNotifierItem(QDBusConnection connection);
+
+    const MenuBarLabel &label() const { return m_label; }
+    void setLabel(const MenuBarLabel &label);
+
+Q_SIGNALS:
+    /// A host that draws no menu itself asks for one, in pixels of the screen.
+    void menuRequested(const QPoint &position);
+
+private:
+    void announceAccessibleDescription();
+
+    QDBusConnection m_connection;
+    MenuBarLabel m_label;
+    StatusNotifierItemAdaptor *m_adaptor = nullptr;
+    QTimer m_onceMore; ///< announces the newest dot a second time
+};
