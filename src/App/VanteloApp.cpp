@@ -4,10 +4,10 @@
 #include "App/VanteloApp.h"
 
 #include "App/AppState.h"
+#include "Controls/Windows/Alert.h"
 #include "Foundation/Deployment.h"
 #include "Foundation/Task.h"
 #include "Http/HttpSession.h"
-#include "Platform/Alert.h"
 #include "Process/SingleInstance.h"
 #include "Process/TerminationSignals.h"
 #include "Views/MenuBarView.h"

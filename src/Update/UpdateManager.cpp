@@ -3,13 +3,13 @@
 
 #include "Update/UpdateManager.h"
 
+#include "Controls/Windows/Alert.h"
 #include "Foundation/Decoding.h"
 #include "Foundation/Deployment.h"
 #include "Foundation/JsonReader.h"
 #include "Foundation/Log.h"
 #include "Foundation/PlainNumber.h"
 #include "Http/HttpSession.h"
-#include "Platform/Alert.h"
 
 #include <QCoreApplication>
 #include <QDesktopServices>

@@ -4,12 +4,12 @@
 #include "Views/SettingsView.h"
 
 #include "App/AppState.h"
+#include "Controls/Fields/ProgressButton.h"
+#include "Controls/Fields/Stepper.h"
+#include "Controls/Fields/TokenField.h"
+#include "Controls/Labels/ResultRow.h"
+#include "Controls/Labels/TextLabel.h"
 #include "Foundation/Task.h"
-#include "Views/ProgressButton.h"
-#include "Views/ResultRow.h"
-#include "Views/Stepper.h"
-#include "Views/TextLabel.h"
-#include "Views/TokenField.h"
 #include "Views/WindowManager.h"
 
 #include <QEvent>

@@ -3,10 +3,10 @@
 
 #include "Views/SetupGuideView.h"
 
-#include "Views/CodeBlock.h"
-#include "Views/LinkLabel.h"
-#include "Views/MarkedLabel.h"
-#include "Views/RoundedBox.h"
+#include "Controls/Labels/CodeBlock.h"
+#include "Controls/Labels/LinkLabel.h"
+#include "Controls/Labels/MarkedLabel.h"
+#include "Controls/Labels/RoundedBox.h"
 #include "Views/SetupGuideText.h"
 
 #include <QVBoxLayout>

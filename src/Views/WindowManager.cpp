@@ -3,7 +3,7 @@
 
 #include "Views/WindowManager.h"
 
-#include "Views/HostingWindow.h"
+#include "Controls/Windows/HostingWindow.h"
 #include "Views/SettingsView.h"
 #include "Views/SetupGuideView.h"
 

@@ -16,7 +16,7 @@ function(precompile target)
 endfunction()
 
 function(precompile_all)
-    foreach(target IN ITEMS foundation http preferences look process menubar platform api update state views)
+    foreach(target IN ITEMS foundation http preferences look process menubar controls api update state views)
         precompile(${target})
     endforeach()
 endfunction()

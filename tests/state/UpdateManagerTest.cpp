@@ -2,12 +2,12 @@
 // SPDX-License-Identifier: MIT
 
 #include "Update/UpdateManager.h"
+#include "Controls/Windows/Alert.h"
 #include "Foundation/Task.h"
 #include "Http/HttpSession.h"
 #include "Json.h"
 #include "LoopbackService.h"
 #include "OutputCapture.h"
-#include "Platform/Alert.h"
 #include "TestDeployment.h"
 
 #include <QApplication>

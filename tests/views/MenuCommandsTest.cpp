@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: MIT
 
 #include "App/AppState.h"
+#include "Controls/Windows/Alert.h"
 #include "Foundation/Task.h"
 #include "Json.h"
 #include "LoopbackService.h"
-#include "Platform/Alert.h"
 #include "TestPreferences.h"
 #include "Views/MenuBarView.h"
 #include "Views/WindowManager.h"

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
-#include "Views/ResultRow.h"
+#include "Controls/Labels/ResultRow.h"
 
 #include <QTest>
 

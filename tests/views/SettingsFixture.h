@@ -4,13 +4,13 @@
 #pragma once
 
 #include "App/AppState.h"
+#include "Controls/Labels/ResultRow.h"
 #include "Foundation/Task.h"
 #include "Json.h"
 #include "LoopbackService.h"
 #include "TestClock.h"
 #include "TestDeployment.h"
 #include "TestPreferences.h"
-#include "Views/ResultRow.h"
 #include "Views/WindowManager.h"
 #include "WindowTree.h"
 

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
+#include "Controls/Labels/MarkedLabel.h"
+#include "Controls/Labels/RoundedBox.h"
 #include "TestDeployment.h"
-#include "Views/MarkedLabel.h"
-#include "Views/RoundedBox.h"
 #include "Views/WindowManager.h"
 #include "WindowTree.h"
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
-#include "Views/Stepper.h"
+#include "Controls/Fields/Stepper.h"
 
 #include <QAccessible>
 #include <QLabel>

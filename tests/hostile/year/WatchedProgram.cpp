@@ -7,8 +7,8 @@
 
 #include "App/AppState.h"
 #include "App/VanteloApp.h"
+#include "Controls/Windows/Alert.h"
 #include "Foundation/Task.h"
-#include "Platform/Alert.h"
 #include "Preferences/PreferenceStorage.h"
 #include "TestClock.h"
 #include "TestDeployment.h"

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
-#include "Views/TokenField.h"
+#include "Controls/Fields/TokenField.h"
 
 #include <QAccessibleWidget>
 #include <QKeyEvent>

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "Views/TextLabel.h"
+#include "Controls/Labels/TextLabel.h"
 
 /// A text, wrapped if need be, with a mark before its first line. The mark is drawn and not spoken.
 class MarkedLabel : public TextLabel {

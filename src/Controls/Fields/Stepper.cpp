@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
-#include "Views/Stepper.h"
+#include "Controls/Fields/Stepper.h"
 
-#include "Views/TextLabel.h"
+#include "Controls/Labels/TextLabel.h"
 
 #include <QAccessibleWidget>
 #include <QHBoxLayout>

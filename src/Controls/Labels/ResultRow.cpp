@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
-#include "Views/ResultRow.h"
+#include "Controls/Labels/ResultRow.h"
 
+#include "Controls/AccessibleRole.h"
 #include "Look/SystemSymbol.h"
 #include "Look/TextStyle.h"
-#include "Views/AccessibleRole.h"
 
 #include <QEvent>
 #include <QPainter>

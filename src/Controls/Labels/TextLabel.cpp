@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
-#include "Views/TextLabel.h"
+#include "Controls/Labels/TextLabel.h"
 
-#include "Views/AccessibleRole.h"
+#include "Controls/AccessibleRole.h"
 
 #include <QEvent>
 #include <QGuiApplication>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
-#include "Views/CodeBlock.h"
+#include "Controls/Labels/CodeBlock.h"
 
 #include "Look/TextStyle.h"
 

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
-#include "Views/HostingWindow.h"
+#include "Controls/Windows/HostingWindow.h"
 
+#include "Controls/AccessibleRole.h"
 #include "Process/Activation.h"
-#include "Views/AccessibleRole.h"
 
 #include <QCursor>
 #include <QEvent>

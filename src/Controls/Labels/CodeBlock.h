@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "Views/RoundedBox.h"
+#include "Controls/Labels/RoundedBox.h"
 
 class QPlainTextEdit;
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
-#include "Views/AccessibleRole.h"
+#include "Controls/AccessibleRole.h"
 
 #include <QAbstractButton>
 #include <QAccessibleWidget>

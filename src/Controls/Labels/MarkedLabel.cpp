@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
-#include "Views/MarkedLabel.h"
+#include "Controls/Labels/MarkedLabel.h"
 
 #include "Look/SystemSymbol.h"
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
-#include "Views/ProgressButton.h"
+#include "Controls/Fields/ProgressButton.h"
 
 #include <QPainter>
 #include <QTimerEvent>

@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
-#include "Views/LinkLabel.h"
+#include "Controls/Labels/LinkLabel.h"
 
+#include "Controls/AccessibleRole.h"
 #include "Look/TextStyle.h"
 #include "Look/Theme.h"
-#include "Views/AccessibleRole.h"
 
 #include <QDesktopServices>
 #include <QEvent>

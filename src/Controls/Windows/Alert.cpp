@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
-#include "Platform/Alert.h"
+#include "Controls/Windows/Alert.h"
 
 #include <QCoroSignal>
 #include <QMessageBox>

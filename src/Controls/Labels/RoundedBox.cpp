@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
-#include "Views/RoundedBox.h"
+#include "Controls/Labels/RoundedBox.h"
 
 #include <QPainter>
 
