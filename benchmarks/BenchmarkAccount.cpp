@@ -3,8 +3,8 @@
 
 #include "BenchmarkAccount.h"
 
-#include "App/AppState.h"
 #include "LoopbackService.h"
+#include "State/AppState.h"
 #include "TestPreferences.h"
 
 #include <QCoreApplication>

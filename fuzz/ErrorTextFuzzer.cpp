@@ -3,9 +3,9 @@
 
 // Of any error text the menu shows the first 60 characters as a reader counts them.
 
-#include "App/AppState.h"
 #include "Input.h"
 #include "Require.h"
+#include "State/AppState.h"
 #include "Views/MenuBarView.h"
 
 #include <QCoreApplication>

@@ -3,13 +3,13 @@
 
 #include "App/VanteloApp.h"
 
-#include "App/AppState.h"
 #include "Controls/Windows/Alert.h"
 #include "Foundation/Deployment.h"
 #include "Foundation/Task.h"
 #include "Http/HttpSession.h"
 #include "Process/SingleInstance.h"
 #include "Process/TerminationSignals.h"
+#include "State/AppState.h"
 #include "Views/MenuBarView.h"
 #include "Views/WindowManager.h"
 

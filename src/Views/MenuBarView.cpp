@@ -4,10 +4,10 @@
 #include "Views/MenuBarView.h"
 
 #include "API/FormatNumber.h"
-#include "App/AppState.h"
 #include "Foundation/Deployment.h"
 #include "Foundation/PlainNumber.h"
 #include "Foundation/Task.h"
+#include "State/AppState.h"
 #include "Views/WindowManager.h"
 
 #include <QCoreApplication>

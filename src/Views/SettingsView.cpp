@@ -3,13 +3,13 @@
 
 #include "Views/SettingsView.h"
 
-#include "App/AppState.h"
 #include "Controls/Fields/ProgressButton.h"
 #include "Controls/Fields/Stepper.h"
 #include "Controls/Fields/TokenField.h"
 #include "Controls/Labels/ResultRow.h"
 #include "Controls/Labels/TextLabel.h"
 #include "Foundation/Task.h"
+#include "State/AppState.h"
 #include "Views/WindowManager.h"
 
 #include <QEvent>

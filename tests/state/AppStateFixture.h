@@ -3,10 +3,10 @@
 
 #pragma once
 
-#include "App/AppState.h"
 #include "Foundation/Task.h"
 #include "Json.h"
 #include "LoopbackService.h"
+#include "State/AppState.h"
 #include "TestClock.h"
 #include "TestDeployment.h"
 #include "TestPreferences.h"

@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: MIT
 
 #include "App/VanteloApp.h"
-#include "App/AppState.h"
 #include "Foundation/Task.h"
 #include "Json.h"
 #include "LoopbackService.h"
+#include "State/AppState.h"
 #include "TestClock.h"
 #include "TestPreferences.h"
 

@@ -6,8 +6,8 @@
 // With --failure the service reports this error. With --save the program tests the connection, leaves pictures of
 // the windows in the folder and ends.
 
-#include "App/AppState.h"
 #include "LoopbackService.h"
+#include "State/AppState.h"
 #include "TestPreferences.h"
 #include "Views/WindowManager.h"
 

@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
-#include "App/AppState.h"
 #include "Controls/Windows/Alert.h"
 #include "Foundation/Task.h"
 #include "Json.h"
 #include "LoopbackService.h"
+#include "State/AppState.h"
 #include "TestPreferences.h"
 #include "Views/MenuBarView.h"
 #include "Views/WindowManager.h"

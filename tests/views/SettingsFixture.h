@@ -3,11 +3,11 @@
 
 #pragma once
 
-#include "App/AppState.h"
 #include "Controls/Labels/ResultRow.h"
 #include "Foundation/Task.h"
 #include "Json.h"
 #include "LoopbackService.h"
+#include "State/AppState.h"
 #include "TestClock.h"
 #include "TestDeployment.h"
 #include "TestPreferences.h"

@@ -3,8 +3,8 @@
 
 #include "Views/WindowManager.h"
 
-#include "App/AppState.h"
 #include "Foundation/Task.h"
+#include "State/AppState.h"
 #include "TestPreferences.h"
 #include "WindowTree.h"
 

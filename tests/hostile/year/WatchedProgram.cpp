@@ -5,11 +5,11 @@
 // line, such as {"at": 1767225600, "do": "tick"}. Once all that a command set off has ended, one line of JSON on
 // standard output tells how the program stands. The service's origin is the only argument.
 
-#include "App/AppState.h"
 #include "App/VanteloApp.h"
 #include "Controls/Windows/Alert.h"
 #include "Foundation/Task.h"
 #include "Preferences/PreferenceStorage.h"
+#include "State/AppState.h"
 #include "TestClock.h"
 #include "TestDeployment.h"
 #include "TimeGate.h"

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
-#include "App/AppState.h"
+#include "State/AppState.h"
 
 #include "API/FormatNumber.h"
 #include "Foundation/Clock.h"
