@@ -3,6 +3,8 @@
 
 #include "AccountStory.h"
 
+#include <QTimeZone>
+
 #include <cmath>
 
 namespace {
@@ -79,7 +81,7 @@ AccountStory::Phase AccountStory::phase(double minutes)
 
 QDateTime AccountStory::time(double minutes) const
 {
-    return m_firstDay.startOfDay(Qt::UTC).addSecs(qint64{minuteOf(minutes)} * 60);
+    return m_firstDay.startOfDay(QTimeZone::utc()).addSecs(qint64{minuteOf(minutes)} * 60);
 }
 
 Delivery AccountStory::today(double minutes) const

@@ -4,6 +4,7 @@
 #include "AccountStory.h"
 
 #include <QTest>
+#include <QTimeZone>
 
 using Phase = AccountStory::Phase;
 
@@ -70,7 +71,7 @@ private Q_SLOTS:
     {
         QVERIFY(m_story.today(toMidnight - 1).impressions > 30'000);
         QCOMPARE(m_story.today(toMidnight), Delivery());
-        QCOMPARE(m_story.time(toMidnight), QDateTime(QDate(2026, 3, 15), QTime(0, 0), Qt::UTC));
+        QCOMPARE(m_story.time(toMidnight), QDateTime(QDate(2026, 3, 15), QTime(0, 0), QTimeZone::utc()));
     }
 
     void theDaysBehindStandStillUntilMidnight()
