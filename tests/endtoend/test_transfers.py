@@ -32,7 +32,7 @@ def a_certificate_that_does_not_fit_gets_no_request(stage):
     for what, context in {
         "a stranger's": stage.stranger.server_context(GRAPH),
         "self-signed": self_signed_context(namespace.private_folder("self-signed"), GRAPH),
-        "expired": stage.authority.server_context(GRAPH, days=-1),
+        "expired": stage.authority.server_context(GRAPH, days=0),
         "another host's": stage.authority.server_context(WEBSITE),
         "TLS 1.0": limited_to(ssl.TLSVersion.TLSv1, stage.authority.server_context(GRAPH)),
         "TLS 1.1": limited_to(ssl.TLSVersion.TLSv1_1, stage.authority.server_context(GRAPH)),

@@ -47,7 +47,7 @@ class Authority:
         _openssl("rehash", self.store)  # some readers look for certificates by the hash of their name
 
     def server_context(self, host, days=2):
-        """A TLS server configuration with a fresh certificate for the host; with fewer than no days, an expired one."""
+        """A TLS server configuration with a fresh certificate for the host; with none, it has expired at once."""
         request, certificate, key = (self._keys / f"{host}.{kind}" for kind in ("csr", "crt", "key"))
         _openssl("req", "-new", *_NEW_KEY, "-keyout", key, "-out", request, "-subj", f"/CN={host}",
                  "-addext", f"subjectAltName=DNS:{host}", "-addext", "basicConstraints=critical,CA:FALSE")
