@@ -13,7 +13,8 @@ SPACE = 0x20
 
 _PLUG_IN = """
 const {Clutter, GLib} = imports.gi;
-const seat = Clutter.get_default_backend().get_default_seat();
+const backend = Clutter.get_default_backend?.() ?? global.stage.get_context().get_backend();
+const seat = backend.get_default_seat();
 const plugIn = kind => seat.create_virtual_device(Clutter.InputDeviceType[kind]);
 const keyboard = plugIn('KEYBOARD_DEVICE');
 const pointer = plugIn('POINTER_DEVICE');

@@ -8,6 +8,7 @@ import json
 from gi.repository import GLib
 
 from .desktop import call
+from .processes import NotYet
 
 DIVIDER = '─' * 24
 _PROPERTIES = 'org.freedesktop.DBus.Properties'
@@ -24,9 +25,12 @@ class StatusItem:
         return cls(desktop, items[0]) if items else None
 
     def __init__(self, desktop, registered):
+        """As the watcher lists it: bus name, "@" and path, or the path alone."""
         self._desktop = desktop
-        self._name, _, self._path = registered.partition('@')
-        self._indicator = f"Main.panel.statusArea['appindicator-{registered}']"
+        name, slash, path = registered.partition('/')
+        self._path = slash + path
+        self._name = name.rstrip('@') or _owner(desktop.bus, self._path)
+        self._indicator = f'Object.entries(Main.panel.statusArea).find(([name]) => name.endsWith("{self._path}"))?.[1]'
 
     def label(self):
         """Dot, blank and text."""
@@ -61,6 +65,22 @@ class StatusItem:
 
     def _call(self, path, interface, method, arguments):
         return call(self._desktop.bus, self._name, path, interface, method, arguments)
+
+
+def _owner(bus, path):
+    """The name of the program on the bus that has an item there."""
+    names = call(bus, 'org.freedesktop.DBus', '/org/freedesktop/DBus', 'org.freedesktop.DBus', 'ListNames')[0]
+    for name in names:
+        if name.startswith(':') and _has_item(bus, name, path):
+            return name
+    raise NotYet(f'Nobody has an item at {path}.')
+
+
+def _has_item(bus, name, path):
+    try:
+        return call(bus, name, path, _PROPERTIES, 'Get', GLib.Variant('(ss)', (_ITEM, 'Id')))
+    except NotYet:
+        return False
 
 
 def _row(properties):
