@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
+#include "Helpers.h"
 #include "MenuBar/MenuBarExtra.h"
 #include "StatusHost.h"
 #include "TestSessionBus.h"
@@ -152,6 +153,7 @@ private:
 
 int main(int argc, char **argv)
 {
+    requireStatusHost();
     const TestSessionBus bus;
     const QApplication application(argc, argv);
     HostileCallsTest test;

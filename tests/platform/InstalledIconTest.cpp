@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
+#include "Helpers.h"
 #include "MenuBar/Linux/StatusItem/StatusDotImage.h"
 #include "StatusHost.h"
 #include "TestSessionBus.h"
@@ -112,6 +113,7 @@ private:
 
 int main(int argc, char **argv)
 {
+    requireStatusHost();
     const TestSessionBus bus;
     const QTemporaryDir home;
     qputenv("XDG_DATA_HOME", QFile::encodeName(home.path()));

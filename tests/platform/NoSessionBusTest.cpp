@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
+#include "Helpers.h"
 #include "MenuBar/MenuBarExtra.h"
 #include "TestDisplay.h"
 
@@ -53,6 +54,7 @@ private Q_SLOTS:
 int main(int argc, char **argv)
 {
     qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent/bus");
+    requirePrograms({u"Xvfb"_s});
     const TestDisplay display;
     const QApplication application(argc, argv);
     NoSessionBusTest test;

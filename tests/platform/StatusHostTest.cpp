@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "StatusHost.h"
+#include "Helpers.h"
 #include "MenuBar/MenuBarExtra.h"
 #include "TestSessionBus.h"
 
@@ -145,6 +146,7 @@ private:
 
 int main(int argc, char **argv)
 {
+    requireStatusHost();
     const TestSessionBus bus;
     const QApplication application(argc, argv);
     StatusHostTest test;

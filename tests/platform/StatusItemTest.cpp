@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
+#include "Helpers.h"
 #include "MenuBar/MenuBarExtra.h"
 #include "StatusHost.h"
 #include "TestSessionBus.h"
@@ -352,6 +353,7 @@ private:
 
 int main(int argc, char **argv)
 {
+    requireStatusHost();
     const TestSessionBus bus;
     qputenv("XDG_DATA_DIRS", "/nowhere"); // an installed Vantelo lends no icons
     qputenv("XDG_DATA_HOME", "/nowhere");

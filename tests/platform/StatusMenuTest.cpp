@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
+#include "Helpers.h"
 #include "MenuBar/MenuBarExtra.h"
 #include "StatusHost.h"
 #include "TestSessionBus.h"
@@ -391,6 +392,7 @@ private:
 
 int main(int argc, char **argv)
 {
+    requireStatusHost();
     const TestSessionBus bus;
     const QApplication application(argc, argv);
     StatusMenuTest test;

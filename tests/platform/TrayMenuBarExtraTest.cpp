@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
+#include "Helpers.h"
 #include "MenuBar/MenuBarExtra.h"
 #include "StatusHost.h"
 #include "TestDisplay.h"
@@ -220,6 +221,8 @@ private:
 
 int main(int argc, char **argv)
 {
+    requirePrograms({u"Xvfb"_s, u"trayer"_s, u"xdotool"_s, u"xprop"_s});
+    requireStatusHost();
     const TestSessionBus bus;
     const TestDisplay display;
     // On Plasma Qt lets menus cover panels.

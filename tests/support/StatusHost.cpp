@@ -28,7 +28,8 @@ QJsonValue StatusHost::ask(const QString &call, const QJsonArray &with)
 {
     const QJsonObject request{{u"call"_s, call}, {u"with"_s, with}};
     m_process.write(QJsonDocument(request).toJson(QJsonDocument::Compact) + '\n');
-    if (!QTest::qWaitFor([this] { return m_process.canReadLine(); }, 30'000)) {
+    const auto isDecided = [this] { return m_process.canReadLine() || m_process.state() == QProcess::NotRunning; };
+    if (!QTest::qWaitFor(isDecided, 30'000) || !m_process.canReadLine()) {
         QTest::qFail(qPrintable(u"the host gives no answer to "_s + call), __FILE__, __LINE__);
         return QJsonValue::Undefined;
     }

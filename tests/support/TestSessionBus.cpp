@@ -3,6 +3,8 @@
 
 #include "TestSessionBus.h"
 
+#include "Helpers.h"
+
 #include <QFile>
 
 using namespace Qt::StringLiterals;
@@ -26,6 +28,7 @@ const QString configuration = uR"(<!DOCTYPE busconfig PUBLIC "-//freedesktop//DT
 
 TestSessionBus::TestSessionBus(Names names)
 {
+    requirePrograms({u"dbus-daemon"_s});
     const QByteArray text = configuration.arg(names == Names::Free ? u"allow"_s : u"deny"_s).toUtf8();
     QFile file(m_directory.filePath(u"session.conf"_s));
     if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())

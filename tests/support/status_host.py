@@ -5,7 +5,8 @@
 and the menu as libdbusmenu's client sees it. Built on GLib alone, so that it shares nothing with the program.
 
 As a module: StatusHost. As a program: one JSON request a line on standard input, {"call": name, "with":
-[arguments]}, one JSON answer a line on standard output, {"value": …} or {"failure": text}.
+[arguments]}, one JSON answer a line on standard output, {"value": …} or {"failure": text}. With "--check" it only
+tells by its exit code whether it has what it needs.
 """
 
 import base64
@@ -260,5 +261,5 @@ def serve():
     loop.run()
 
 
-if __name__ == "__main__":
+if __name__ == "__main__" and "--check" not in sys.argv:
     serve()
