@@ -162,6 +162,12 @@ QCoro::Task<tl::expected<QByteArray, TransferError>> HttpSession::data(QUrl url)
     co_return reply->readAll();
 }
 
+void HttpSession::forgetConnections()
+{
+    m_connectionsSuspect = true;
+    forgetDeadConnections();
+}
+
 void HttpSession::forgetDeadConnections()
 {
     // After a change of network a dead connection may be reused for ever. Clearing the cache kills whatever

@@ -40,6 +40,10 @@ public:
     /// Ends every transfer as cancelled, at once, and those that are asked for in consequence.
     void cancelAll();
 
+    /// Lets no later request go out on a connection that exists now: it may have died unnoticed, as in a sleep or a
+    /// change of network. Transfers that are under way go on.
+    void forgetConnections();
+
 private:
     HttpSession();
 

@@ -206,6 +206,16 @@ private Q_SLOTS:
         QCOMPARE(m_service->connections(), 1);
     }
 
+    void forgottenConnectionsAreNotUsedAgain()
+    {
+        m_service->answerAll(Reply::whole(body));
+        fetch(address());
+        HttpSession::shared().forgetConnections();
+        QCoreApplication::processEvents();
+        QCOMPARE(fetch(address()), QString::fromUtf8(body));
+        QCOMPARE(m_service->connections(), 2);
+    }
+
     void aFailureForgetsTheConnectionsOnceNothingElseIsInFlight()
     {
         m_service->answer([](const LoopbackService::Request &request) {
