@@ -22,10 +22,20 @@ void wakeUp(int)
     [[maybe_unused]] const auto written = ::write(wakeUpPipe[1], &byte, 1);
 }
 
+/// Unlike SIG_IGN it is not inherited by programs that are started, such as the browser.
+void passOver(int signal)
+{
+    struct sigaction action {};
+    action.sa_handler = [](int) {};
+    action.sa_flags = SA_RESTART;
+    sigaction(signal, &action, nullptr);
+}
+
 } // namespace
 
 void TerminationSignals::hold()
 {
+    passOver(SIGPIPE);
     if (::pipe(wakeUpPipe.data()) != 0)
         return; // the signals keep their default, which ends the process too
     for (const int end : wakeUpPipe) {
