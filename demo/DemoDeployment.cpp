@@ -19,6 +19,8 @@ QString Deployment::graphBaseUrl() { return origin() + u'/'; }
 
 QString Deployment::updateFeedUrl() { return origin() + u"/version.json"_s; }
 
+QString Deployment::trustedAuthorities() { return {}; }
+
 QString Deployment::domain() { return u"Vantelo Demo"_s; }
 
 std::chrono::milliseconds Deployment::pollInterval()

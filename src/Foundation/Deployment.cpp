@@ -10,6 +10,8 @@ QString Deployment::graphBaseUrl() { return WebAddress::graph.toString(); }
 
 QString Deployment::updateFeedUrl() { return QStringLiteral(VANTELO_WEBSITE "/version.json"); }
 
+QString Deployment::trustedAuthorities() { return {}; }
+
 QString Deployment::domain() { return u"Vantelo"_s; }
 
 std::chrono::milliseconds Deployment::pollInterval() { return 10min; }

@@ -17,6 +17,9 @@ QString graphBaseUrl();
 /// Address of the update feed.
 QString updateFeedUrl();
 
+/// File with the certificate authorities that a server's certificate must lead to; empty for the system's own.
+QString trustedAuthorities();
+
 /// Name of the preference domain, which also tells the instances of two builds apart.
 QString domain();
 

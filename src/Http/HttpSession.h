@@ -3,23 +3,23 @@
 
 #pragma once
 
+#include "Http/ProxyDirectory.h"
+#include "Http/TransferError.h"
+
 #include <QByteArray>
 #include <QCoroTask>
+#include <QList>
 #include <QObject>
-#include <QString>
+#include <QTimer>
 #include <QUrl>
 
 #include <tl/expected.hpp>
 
 #include <memory>
 
-class QNetworkAccessManager;
-
-/// A transfer that brought no whole body.
-struct TransferError {
-    QString description;    ///< a short sentence for the user; never holds an address
-    bool cancelled = false; ///< by cancelAll(): the program ends and there is nobody left to tell
-};
+class Connections;
+class Transfer;
+struct TransferReply;
 
 /// The process-wide HTTP session.
 class HttpSession : public QObject {
@@ -27,30 +27,33 @@ class HttpSession : public QObject {
 
 public:
     /// A body of more bytes than this counts as a failed transfer.
-    static constexpr qint64 maximumBodySize = qint64{16} * 1024 * 1024;
+    static constexpr qsizetype maximumBodySize = qsizetype{16} * 1024 * 1024;
 
     ~HttpSession() override;
 
     /// The one session of the process; it goes just before the application object.
     static HttpSession &shared();
 
+    using Result = tl::expected<QByteArray, TransferError>;
+
     /// Fetches the address with a plain GET and gives the whole body, whatever its HTTP status.
-    QCoro::Task<tl::expected<QByteArray, TransferError>> data(QUrl url);
+    QCoro::Task<Result> data(QUrl url);
 
     /// Ends every transfer as cancelled, at once, and those that are asked for in consequence.
     void cancelAll();
 
-    /// Lets no later request go out on a connection that exists now: it may have died unnoticed, as in a sleep or a
-    /// change of network. Transfers that are under way go on.
+    /// Lets no later request go out on a connection that exists now, or by a proxy that was named before: they may have
+    /// died unnoticed, as in a sleep or a change of network. Transfers that are under way go on.
     void forgetConnections();
 
 private:
     HttpSession();
 
-    void forgetDeadConnections();
+    QCoro::Task<tl::expected<TransferReply, TransferError>> transfer(QUrl url);
 
-    std::unique_ptr<QNetworkAccessManager> m_manager;
-    int m_inFlight = 0;
-    bool m_connectionsSuspect = false;
+    std::shared_ptr<Connections> m_connections; // transfers under way hold what was forgotten since they began
+    ProxyDirectory m_proxies;
+    QList<Transfer *> m_underWay;
+    QTimer m_idle;
     bool m_cancelling = false;
 };

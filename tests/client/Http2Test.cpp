@@ -55,7 +55,8 @@ private Q_SLOTS:
         const QString broken = u"failed: The server’s reply could not be read."_s;
         for (const int status : {200, 400, 401, 407, 429, 500}) {
             QTest::addRow("hung up, %d", status) << Reply{.status = status, .body = body, .then = Then::HangUp} << lost;
-            QTest::addRow("cut short, %d", status) << Reply{.status = status, .body = body, .headers = longer} << lost;
+            QTest::addRow("cut short, %d", status)
+                << Reply{.status = status, .body = body, .headers = longer} << broken;
             QTest::addRow("reset, %d", status)
                 << Reply{.status = status, .body = body, .then = Then::ResetStream} << broken;
         }
@@ -91,7 +92,6 @@ private Q_SLOTS:
         m_service->answerAll({.then = Reply::Then::Silence});
         QCOMPARE(fetch(), u"failed: The request timed out."_s);
         QCOMPARE(m_service->connections(), 1);
-        QCoreApplication::processEvents();
         TestDeployment::setTransferTimeout(30s);
         m_service->answerAll({.body = body});
         QCOMPARE(fetch(), QString::fromUtf8(body));

@@ -138,6 +138,46 @@ private Q_SLOTS:
         QCOMPARE(fetch(address()), u"failed: The request timed out."_s);
     }
 
+    /// Early hints and the like come before the answer, and several of them.
+    void whatComesBeforeTheAnswerIsPassedOver_data()
+    {
+        QTest::addColumn<QByteArray>("before");
+        const QByteArray hints = "HTTP/1.1 103 Early Hints\r\nLink: </style.css>; rel=preload\r\n\r\n";
+        QTest::newRow("100") << "HTTP/1.1 100 Continue\r\n\r\n"_ba;
+        QTest::newRow("102") << "HTTP/1.1 102 Processing\r\n\r\n"_ba;
+        QTest::newRow("103") << hints;
+        QTest::newRow("several") << "HTTP/1.1 102 Processing\r\n\r\n" + hints + hints;
+    }
+
+    void whatComesBeforeTheAnswerIsPassedOver()
+    {
+        QFETCH(const QByteArray, before);
+        m_service->answer([before](const LoopbackService::Request &request) {
+            Reply reply = Reply::whole(request.target);
+            reply.bytes.prepend(before);
+            return reply;
+        });
+        auto first = HttpSession::shared().data(QUrl(m_service->origin() + u"/first"_s));
+        auto second = HttpSession::shared().data(QUrl(m_service->origin() + u"/second"_s));
+        QCOMPARE(outcome(QCoro::waitFor(first)), u"/first"_s);
+        QCOMPARE(outcome(QCoro::waitFor(second)), u"/second"_s);
+        QCOMPARE(fetch(m_service->origin() + u"/third"_s), u"/third"_s);
+    }
+
+    void aChangeOfProtocolIsNoAnswer()
+    {
+        m_service->answerAll(Reply::raw("HTTP/1.1 101 Switching Protocols\r\nUpgrade: x\r\n\r\n" + body));
+        QVERIFY(fetch(address()).startsWith(u"failed: "));
+        m_service->answerAll(Reply::whole(body));
+        QCOMPARE(fetch(address()), QString::fromUtf8(body));
+    }
+
+    void anInvalidAddressIsNeverServed()
+    {
+        QCOMPARE(fetch(QString()), u"failed: The server’s reply could not be read."_s);
+        QCOMPARE(fetch(u"http://"_s), u"failed: The server’s reply could not be read."_s);
+    }
+
     void aRefusedConnectionSaysSo()
     {
         m_service.reset();
@@ -163,6 +203,30 @@ private Q_SLOTS:
             return request.target == "/end" ? Reply::whole(body) : Reply::whole("", 302, "Location: /end\r\n");
         });
         QCOMPARE(fetch(address()), QString::fromUtf8(body));
+    }
+
+    void theBodyCountsWhereARedirectionNamesNoAddress_data()
+    {
+        QTest::addColumn<int>("status");
+        for (const int status : {300, 301, 302, 303, 305, 307, 308})
+            QTest::addRow("%d", status) << status;
+    }
+
+    void theBodyCountsWhereARedirectionNamesNoAddress()
+    {
+        QFETCH(const int, status);
+        m_service->answerAll(Reply::whole(body, status));
+        QCOMPARE(fetch(address()), QString::fromUtf8(body));
+        QCOMPARE(m_service->requests().size(), 1);
+    }
+
+    void aRedirectToNoAddressIsNotFollowed()
+    {
+        for (const char *where : {"http://[", "ftp://127.0.0.1/", "file:///etc/passwd", "mailto:x@y"}) {
+            m_service->answerAll(Reply::whole(body, 302, "Location: " + QByteArray(where) + "\r\n"));
+            QCOMPARE(
+                fetch(address()), u"failed: The server redirected the request in a way that cannot be followed."_s);
+        }
     }
 
     void endlessRedirectsEnd()
@@ -211,12 +275,11 @@ private Q_SLOTS:
         m_service->answerAll(Reply::whole(body));
         fetch(address());
         HttpSession::shared().forgetConnections();
-        QCoreApplication::processEvents();
         QCOMPARE(fetch(address()), QString::fromUtf8(body));
         QCOMPARE(m_service->connections(), 2);
     }
 
-    void aFailureForgetsTheConnectionsOnceNothingElseIsInFlight()
+    void aFailureForgetsTheConnections()
     {
         m_service->answer([](const LoopbackService::Request &request) {
             return request.target == "/fail" ? Reply::reset() : Reply::whole(body);
@@ -224,11 +287,9 @@ private Q_SLOTS:
         fetch(address());
         QCOMPARE(m_service->connections(), 1);
         fetch(m_service->origin() + u"/fail"_s);
-        QCoreApplication::processEvents();
         fetch(address());
         const int connections = m_service->connections();
         QVERIFY(connections > 1);
-        QCoreApplication::processEvents();
         fetch(address());
         QCOMPARE(m_service->connections(), connections);
     }
@@ -257,6 +318,32 @@ private Q_SLOTS:
         const TransferError error = QCoro::waitFor(task).error();
         QVERIFY(error.cancelled);
         QCOMPARE(error.description, u"Cancelled."_s);
+    }
+
+    void cancellingEndsWhatIsAskedForInConsequence()
+    {
+        m_service->answerAll(Reply::silence());
+        const auto twice = [](QUrl url) -> QCoro::Task<bool> {
+            const auto first = co_await HttpSession::shared().data(url);
+            const auto second = co_await HttpSession::shared().data(url);
+            co_return first.error().cancelled &&second.error().cancelled;
+        };
+        auto task = twice(QUrl(address()));
+        QTRY_COMPARE(m_service->requests().size(), 1);
+        HttpSession::shared().cancelAll();
+        QVERIFY(task.isReady());
+        QVERIFY(QCoro::waitFor(task));
+    }
+
+    void aTransferThatHasJustEndedIsCancelledToo()
+    {
+        m_service->answerAll(Reply::whole(body));
+        auto task = HttpSession::shared().data(QUrl(address()));
+        while (!task.isReady()) {
+            HttpSession::shared().cancelAll();
+            QCoreApplication::processEvents();
+        }
+        QVERIFY(QCoro::waitFor(task).error().cancelled);
     }
 
 private:

@@ -44,15 +44,22 @@ def furnish(addresses, trusted_certificates):
     set_network(up=True)
     name_hosts(addresses)
     _mount_over("/etc/hosts", _hosts())
-    names = _hosts().with_name("nsswitch.conf")
-    names.write_text("passwd: files\ngroup: files\nhosts: files\n")
-    _mount_over("/etc/nsswitch.conf", names)
+    ask_name_server(None)
+    _mount_over("/etc/nsswitch.conf", _hosts().with_name("nsswitch.conf"))
+    _mount_over("/etc/resolv.conf", _hosts().with_name("resolv.conf"))
     _mount_over("/etc/ssl/certs", trusted_certificates)
 
 
 def name_hosts(addresses):
     """Gives the names these addresses, from now on."""
     _hosts().write_text("127.0.0.1 localhost\n" + "".join(f"{ip} {name}\n" for name, ip in addresses.items()))
+
+
+def ask_name_server(address):
+    """Lets programs that start from now on ask this one for names that name_hosts() has not told; None for nobody."""
+    source, server = ("files dns", f"nameserver {address}\n") if address else ("files", "")
+    _hosts().with_name("nsswitch.conf").write_text(f"passwd: files\ngroup: files\nhosts: {source}\n")
+    _hosts().with_name("resolv.conf").write_text(server)
 
 
 def _hosts():
@@ -82,6 +89,10 @@ def private_folder(name):
 
 
 def _mount_over(place, source):
+    if os.path.islink(place) and not os.path.exists(place):  # into a folder that is hidden in here
+        place = Path(os.path.realpath(place))
+        place.parent.mkdir(parents=True, exist_ok=True)
+        place.touch()
     subprocess.run(["mount", "--bind", str(source), os.path.realpath(place)], check=True)
 
 

@@ -29,6 +29,23 @@ class Proxy:
         self._server.server_close()
 
 
+class Script:
+    """Serves a script that tells which proxy to take."""
+
+    def __init__(self, address, script):
+        self.address = f"pac+http://{address[0]}:{address[1]}/proxy.pac"
+        self._server = _Server(address, _ScriptHandler)
+        self._server.script = script.encode()
+        threading.Thread(target=self._server.serve_forever, daemon=True).start()
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self._server.shutdown()
+        self._server.server_close()
+
+
 class _Server(socketserver.ThreadingTCPServer):
     daemon_threads = True
     allow_reuse_address = True
@@ -67,3 +84,12 @@ class _Handler(socketserver.StreamRequestHandler):
             sink.shutdown(socket.SHUT_WR)
         except OSError:
             pass  # one end has gone
+
+
+class _ScriptHandler(socketserver.StreamRequestHandler):
+    def handle(self):
+        while self.rfile.readline().strip():
+            pass
+        script = self.server.script
+        self.wfile.write(b"HTTP/1.1 200 OK\r\nContent-Type: application/x-ns-proxy-autoconfig\r\n"
+                         b"Content-Length: %d\r\nConnection: close\r\n\r\n" % len(script) + script)

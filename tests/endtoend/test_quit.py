@@ -7,6 +7,7 @@
 """
 
 import signal
+import socket
 import sys
 import time
 from pathlib import Path
@@ -14,16 +15,19 @@ from pathlib import Path
 sys.dont_write_bytecode = True  # the source tree stays clean
 sys.path.append(str(Path(__file__).resolve().parents[1] / "support"))
 
+import namespace
 from desktop import Atspi, Desktop
 from events import expect, poll_until, wait_until
-from figures import delivering
+from figures import SETUP_ROWS, delivering
 from scenario import CREDENTIALS, run, start_and_settle, start_with_alert, start_with_request_in_flight
+from silence import SilentServer
+from stage import ADDRESSES
 from tls_service import SILENCE, Reply
 
 
 def it_ends_at_once(stage):
     with Desktop() as desktop:
-        starts = {
+        end_from(stage, {
             "idle": start_and_settle,
             "a request in flight": start_with_request_in_flight,
             "a large body being decoded": start_with_decode,
@@ -32,22 +36,41 @@ def it_ends_at_once(stage):
             "an alert open": start_with_alert,
             "both windows open": lambda stage: start_with_windows(stage, desktop),
             "a connection test running": lambda stage: start_with_connection_test(stage, desktop),
-        }
-        ways = {
-            "Quit": lambda program: stage.panel.click("Quit Vantelo"),
-            "SIGTERM": lambda program: program.send(signal.SIGTERM),
-            "SIGINT": lambda program: program.send(signal.SIGINT),
-            "SIGTERM twice": lambda program: (program.send(signal.SIGTERM), program.send(signal.SIGTERM)),
-        }
-        for what, start in starts.items():
-            for way, end in ways.items():
-                stage.graph.answer = delivering(impressions=12345)
-                stage.preferences.write(**CREDENTIALS)
-                with start(stage) as program:
-                    end(program)
-                    seconds = program.expect_orderly_end(f"by {way} with {what}")
-                expect_kept_preferences(stage)
-                print(f"    {what}, {way}: {1000 * seconds:.0f} ms")
+        })
+
+
+def it_ends_at_once_while_a_name_server_is_silent(stage):
+    with SilentServer((NOBODY, 53), socket.SOCK_DGRAM) as server:
+        namespace.name_hosts({})
+        namespace.ask_name_server(NOBODY)
+        end_from(stage, {"names being looked up": lambda stage: start_and_ask(stage, server)})
+        namespace.ask_name_server(None)
+        namespace.name_hosts(ADDRESSES)
+
+
+def it_ends_at_once_while_a_proxy_configuration_server_is_silent(stage):
+    with SilentServer((NOBODY, 80)) as server:
+        configuration = {"https_proxy": f"pac+http://{NOBODY}/proxy.pac"}
+        end_from(stage, {"a proxy being asked for": lambda stage: start_and_ask(stage, server, **configuration)})
+
+
+def end_from(stage, starts):
+    """Ends the program in every way from what each of these starts leaves it at."""
+    ways = {
+        "Quit": lambda program: stage.panel.click("Quit Vantelo"),
+        "SIGTERM": lambda program: program.send(signal.SIGTERM),
+        "SIGINT": lambda program: program.send(signal.SIGINT),
+        "SIGTERM twice": lambda program: (program.send(signal.SIGTERM), program.send(signal.SIGTERM)),
+    }
+    for what, start in starts.items():
+        for way, end in ways.items():
+            stage.graph.answer = delivering(impressions=12345)
+            stage.preferences.write(**CREDENTIALS)
+            with start(stage) as program:
+                end(program)
+                seconds = program.expect_orderly_end(f"by {way} with {what}")
+            expect_kept_preferences(stage)
+            print(f"    {what}, {way}: {1000 * seconds:.0f} ms")
 
 
 def a_signal_at_any_instant_of_the_start_ends_it_in_order(stage):
@@ -76,6 +99,16 @@ def a_signal_in_the_first_moments_ends_it_in_order(stage):
         inject = ["-e", "trace=openat", "-e", f"inject=openat:signal={number}:when=1", "-P", plugin]
         program = stage.start(under=["strace", "-f", "-o", "/dev/null", *inject])
         program.expect_orderly_end(f"by {number} while it opens {plugin}", within=10)
+
+
+def start_and_ask(stage, server, **environment):
+    """The program asks this server, which is silent, and is there all the same."""
+    heard = server.heard
+    program = stage.start(**environment)
+    stage.panel.wait_for_title("⚪ Setup")
+    stage.panel.wait_for_rows(SETUP_ROWS)
+    wait_until(lambda: server.heard > heard, "a question to the silent server")
+    return program
 
 
 def start_with_decode(stage):
@@ -123,6 +156,9 @@ def start_with_settings(stage, desktop):
     return program
 
 
+NOBODY = "127.0.0.97"  # an address of servers that never answer
+
+
 def expect_kept_preferences(stage):
     stored = stage.preferences.read()
     expect({key: stored.get(key) for key in CREDENTIALS}, CREDENTIALS, "What is stored")
@@ -130,6 +166,8 @@ def expect_kept_preferences(stage):
 
 STEPS = [
     it_ends_at_once,
+    it_ends_at_once_while_a_name_server_is_silent,
+    it_ends_at_once_while_a_proxy_configuration_server_is_silent,
     a_signal_in_the_first_moments_ends_it_in_order,
     a_signal_at_any_instant_of_the_start_ends_it_in_order,
 ]

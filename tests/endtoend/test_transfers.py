@@ -9,6 +9,7 @@
 import contextlib
 import socket
 import ssl
+import subprocess
 import sys
 from pathlib import Path
 
@@ -18,10 +19,11 @@ sys.path.append(str(Path(__file__).resolve().parents[1] / "support"))
 import namespace
 from events import Failure, expect, wait_until
 from figures import delivering, error_rows
-from proxy import Proxy
+from proxy import Proxy, Script
 from scenario import ACCOUNT, FEED, START, TODAY, TOKEN, WEEK, run, start_and_settle
+from silence import dead_end
 from stage import ADDRESSES, ELSEWHERE, GRAPH, WEBSITE
-from tls_service import Reply, TlsService, limited_to, self_signed_context
+from tls_service import SILENCE, Reply, TlsService, limited_to, self_signed_context
 
 INSECURE = "A secure connection to the server could not be made."
 ASTRAY = "The server redirected the request in a way that cannot be followed."
@@ -98,6 +100,51 @@ def a_service_on_ipv6_alone_is_reached(stage):
     namespace.name_hosts(ADDRESSES)
 
 
+def a_family_of_addresses_that_is_dead_holds_nothing_up(stage):
+    """The service has an IPv6 and an IPv4 address."""
+    namespace.name_hosts({**ADDRESSES, GRAPH: f"{V6} {GRAPH}\n{ADDRESSES[GRAPH]}"})
+    with dead_end((V6, 443)), start_and_settle(stage):
+        pass
+    namespace.name_hosts({**ADDRESSES, GRAPH: f"{V6} {GRAPH}\n{DEAD_V4}"})
+    with contextlib.closing(TlsService(GRAPH, V6, stage.graph.context, stage.journal)) as service:
+        service.answer = delivering(impressions=12345)
+        with dead_end((DEAD_V4, 443)), start_and_settle(stage):
+            pass
+    namespace.name_hosts(ADDRESSES)
+
+
+def a_first_transfer_that_breaks_off_is_told_at_once_with_two_families_of_addresses(stage):
+    namespace.name_hosts({**ADDRESSES, GRAPH: f"{V6} {GRAPH}\n{ADDRESSES[GRAPH]}"})
+    with contextlib.closing(TlsService(GRAPH, V6, stage.graph.context, stage.journal)) as service:
+        for one in (service, stage.graph):
+            one.answer = lambda request, one=one: one.hang_up() or SILENCE
+        fails(stage, "The connection was lost.", requests=[TODAY, FEED])
+    namespace.name_hosts(ADDRESSES)
+
+
+def what_comes_before_an_answer_does_not_shift_the_answers(stage):
+    stage.graph.before_each_reply = b"HTTP/1.1 103 Early Hints\r\nLink: </a>; rel=preload\r\n\r\n"
+    with start_and_settle(stage):
+        stage.graph.answer = delivering(impressions=12346)
+        stage.panel.click("🔄 Refresh")
+        stage.panel.wait_for_title("🟢 12,346")
+    stage.graph.before_each_reply = b""
+
+
+def a_standard_output_that_nobody_reads_ends_nothing(stage):
+    """What is written is that the update check has failed."""
+    for hosts in ({}, ADDRESSES):  # without a network, and with one
+        namespace.name_hosts(hosts)
+        stage.website.answer = lambda request: Reply(b"no feed")
+        with stage.start(under=[sys.executable, "-c", WITHOUT_READER]) as program:
+            stage.panel.wait_for_title("🟢 12,345" if hosts else "⚪ ERR")
+            namespace.name_hosts(ADDRESSES)
+            stage.panel.click("🔄 Refresh")
+            stage.wait_for_requests(5 if hosts else 2)
+            stage.panel.wait_for_title("🟢 12,345")
+        expect(program.output, "", "What was written")
+
+
 def a_proxy_sees_ciphertext_alone(stage):
     with Proxy(PROXY) as proxy:
         with start_and_settle(stage, https_proxy=proxy.origin):
@@ -121,6 +168,28 @@ def a_proxy_that_does_not_help_is_told(stage):
     fails(stage, unreached, requests=[], https_proxy="http://nowhere.invalid:3128")
 
 
+def a_proxy_configuration_out_of_reach_is_done_without(stage):
+    with start_and_settle(stage, https_proxy="pac+http://127.0.0.97/proxy.pac"):  # where nobody listens
+        pass
+    expect(stage.targets(), START, "Requests")
+
+
+def a_proxy_script_is_not_told_the_token(stage):
+    """It sends whatever has more than the host's name in it through a proxy of its own."""
+    script = f"""function FindProxyForURL(url, host) {{
+        return /^https:..[a-z.]+(:443)?.?$/.test(url) ? "PROXY {PROXY[0]}:{PROXY[1]}" : "PROXY 127.0.0.96:3128";
+    }}"""
+    with Script(("127.0.0.97", 80), script) as server, Proxy(PROXY) as proxy, Proxy(("127.0.0.96", 3128)) as told:
+        if not runs_proxy_scripts(server.address):
+            print("    (NOT RUN: this system's libproxy runs no scripts)")
+            return
+        with start_and_settle(stage, https_proxy=server.address):
+            pass
+        expect(told.heads, [], "What went by the way of those who know more than a host's name")
+        expect(len(proxy.heads), 2, "Tunnels of those who know no more")
+    expect(stage.targets(), START, "Requests")
+
+
 def a_network_without_a_way_to_the_service_is_told(stage):
     namespace.name_hosts({**ADDRESSES, GRAPH: "2001:db8::1"})
     fails(stage, "The network is not reachable.", requests=[FEED])
@@ -137,6 +206,32 @@ def moved(target):
 
 
 PROXY = ("127.0.0.98", 3128)
+V6, DEAD_V4 = "::1", "127.0.0.95"
+
+# Runs the program that follows with a pipe for standard output that has no other end.
+WITHOUT_READER = """
+import os, signal, sys
+reader, writer = os.pipe()
+os.close(reader)
+os.dup2(writer, 1)
+signal.signal(signal.SIGPIPE, signal.SIG_DFL)
+os.execv(sys.argv[1], sys.argv[1:])
+"""
+
+
+def runs_proxy_scripts(address):
+    """Whether the system's library for proxies asks the script at the address."""
+    ask = """
+import ctypes
+library = ctypes.CDLL("libproxy.so.1")
+library.px_proxy_factory_new.restype = ctypes.c_void_p
+library.px_proxy_factory_get_proxies.restype = ctypes.POINTER(ctypes.c_char_p)
+library.px_proxy_factory_get_proxies.argtypes = [ctypes.c_void_p, ctypes.c_char_p]
+print(library.px_proxy_factory_get_proxies(library.px_proxy_factory_new(), b"https://a.example/")[0].decode())
+"""
+    answer = subprocess.run([sys.executable, "-c", ask], env={"PATH": "/usr/bin:/bin", "https_proxy": address},
+                            capture_output=True, text=True, check=True)
+    return not answer.stdout.startswith("direct")
 
 
 def redirect(address):
@@ -164,8 +259,14 @@ STEPS = [
     a_redirect_away_from_tls_is_not_followed,
     endless_redirects_end,
     a_service_on_ipv6_alone_is_reached,
+    a_family_of_addresses_that_is_dead_holds_nothing_up,
+    a_first_transfer_that_breaks_off_is_told_at_once_with_two_families_of_addresses,
+    what_comes_before_an_answer_does_not_shift_the_answers,
+    a_standard_output_that_nobody_reads_ends_nothing,
     a_proxy_sees_ciphertext_alone,
     a_proxy_that_does_not_help_is_told,
+    a_proxy_configuration_out_of_reach_is_done_without,
+    a_proxy_script_is_not_told_the_token,
     a_network_without_a_way_to_the_service_is_told,
 ]
 

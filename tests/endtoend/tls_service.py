@@ -92,6 +92,7 @@ class TlsService:
         self.context = context  # may be exchanged; later connections get the new one
         self.journal = journal
         self.answer = lambda request: Reply(b"", status=404)
+        self.before_each_reply = b""
         self.connections = 0  # accepted
         self.handshakes = 0  # brought to an end
         self._lock = threading.Lock()
@@ -175,6 +176,7 @@ class _Handler(http.server.BaseHTTPRequestHandler):
         body, encoding = reply.body, {}
         if reply.compressed and "gzip" in self.headers.get("Accept-Encoding", ""):
             body, encoding = gzip.compress(body), {"Content-Encoding": "gzip"}
+        self.wfile.write(service.before_each_reply)
         self.send_response(reply.status)
         for name, value in {**encoding, "Content-Length": str(len(body)), **reply.headers}.items():
             self.send_header(name, value)

@@ -51,9 +51,7 @@ QSslConfiguration LoopbackService::tlsConfiguration()
         openssl.start(u"openssl"_s, arguments);
         if (!openssl.waitForFinished() || openssl.exitCode() != 0)
             qFatal("openssl made no certificate");
-        QSslConfiguration trusting = QSslConfiguration::defaultConfiguration();
-        trusting.addCaCertificates(certificate);
-        QSslConfiguration::setDefaultConfiguration(trusting);
+        TestDeployment::setTrustedAuthorities(certificate);
     }
     QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
     configuration.setLocalCertificate(QSslCertificate::fromPath(certificate).value(0));

@@ -8,6 +8,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
+QString authorities;
 QString origin = u"http://127.0.0.1:9"_s; // the discard port: refused
 std::chrono::milliseconds interval = 24h;
 std::chrono::milliseconds timeout = 30s;
@@ -18,6 +19,8 @@ QString Deployment::graphBaseUrl() { return origin + u'/'; }
 
 QString Deployment::updateFeedUrl() { return origin + u"/version.json"_s; }
 
+QString Deployment::trustedAuthorities() { return authorities; }
+
 QString Deployment::domain() { return u"Vantelo Test"_s; }
 
 std::chrono::milliseconds Deployment::pollInterval() { return interval; }
@@ -25,6 +28,8 @@ std::chrono::milliseconds Deployment::pollInterval() { return interval; }
 std::chrono::milliseconds Deployment::transferTimeout() { return timeout; }
 
 void TestDeployment::setOrigin(const QString &newOrigin) { origin = newOrigin; }
+
+void TestDeployment::setTrustedAuthorities(const QString &file) { authorities = file; }
 
 void TestDeployment::setPollInterval(std::chrono::milliseconds newInterval) { interval = newInterval; }
 

@@ -10,6 +10,7 @@ namespace TestDeployment {
 
 /// Where requests and the feed go from now on, such as "http://127.0.0.1:4711".
 void setOrigin(const QString &origin);
+void setTrustedAuthorities(const QString &file);
 void setPollInterval(std::chrono::milliseconds interval);
 void setTransferTimeout(std::chrono::milliseconds timeout);
 

@@ -26,6 +26,8 @@ private Q_SLOTS:
         QCOMPARE(Deployment::updateFeedUrl(), QStringLiteral(VANTELO_WEBSITE "/version.json"));
     }
 
+    void theSystemsCertificateAuthoritiesAreTrusted() { QCOMPARE(Deployment::trustedAuthorities(), QString()); }
+
     void preferencesAreInTheProductsDomain() { QCOMPARE(Deployment::domain(), u"Vantelo"_s); }
 
     void theClockIsTheSystems()
