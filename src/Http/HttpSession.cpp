@@ -5,6 +5,7 @@
 
 #include "Http/FailureText.h"
 #include "Http/Transfer.h"
+#include "Machine/MachineTime.h"
 
 #include <QCoreApplication>
 #include <QPointer>
@@ -50,6 +51,21 @@ HttpSession::HttpSession()
 HttpSession::~HttpSession() = default;
 
 QCoro::Task<HttpSession::Result> HttpSession::data(QUrl url)
+{
+    while (true) {
+        if (m_network.sawChange())
+            forgetConnections();
+        const auto asleep = MachineTime::asleep();
+        Result body = co_await fetch(url);
+        // Amid a sleep the best of connections dies, and nobody has failed. It ends by its time-out, which counts the
+        // time awake.
+        if (body || body.error().cancelled || !MachineTime::hasSleptSince(asleep))
+            co_return body;
+    }
+}
+
+/// Follows redirections.
+QCoro::Task<HttpSession::Result> HttpSession::fetch(QUrl url)
 {
     if (!url.isValid())
         co_return tl::unexpected(TransferError{.description = FailureText::unreadable()});

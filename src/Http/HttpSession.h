@@ -5,6 +5,7 @@
 
 #include "Http/ProxyDirectory.h"
 #include "Http/TransferError.h"
+#include "Machine/NetworkWatch.h"
 
 #include <QByteArray>
 #include <QCoroTask>
@@ -36,7 +37,8 @@ public:
 
     using Result = tl::expected<QByteArray, TransferError>;
 
-    /// Fetches the address with a plain GET and gives the whole body, whatever its HTTP status.
+    /// Fetches the address with a plain GET and gives the whole body, whatever its HTTP status. The first request after
+    /// a sleep or a change of network goes out on a new connection, and what a sleep has cut off begins anew.
     QCoro::Task<Result> data(QUrl url);
 
     /// Ends every transfer as cancelled, at once, and those that are asked for in consequence.
@@ -49,10 +51,12 @@ public:
 private:
     HttpSession();
 
+    QCoro::Task<Result> fetch(QUrl url);
     QCoro::Task<tl::expected<TransferReply, TransferError>> transfer(QUrl url);
 
     std::shared_ptr<Connections> m_connections; // transfers under way hold what was forgotten since they began
     ProxyDirectory m_proxies;
+    NetworkWatch m_network;
     QList<Transfer *> m_underWay;
     QTimer m_idle;
     bool m_cancelling = false;

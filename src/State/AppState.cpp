@@ -7,9 +7,8 @@
 #include "Foundation/Clock.h"
 #include "Foundation/Deployment.h"
 #include "Foundation/Task.h"
+#include "Machine/PollTimer.h"
 #include "Update/UpdateManager.h"
-
-#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
@@ -54,10 +53,8 @@ QString AppState::menuBarText() const
 
 void AppState::startTimer()
 {
-    m_timer = std::make_unique<QTimer>();
-    m_timer->setTimerType(Qt::PreciseTimer); // Qt's default may be off by 5 %, half a minute here
-    connect(m_timer.get(), &QTimer::timeout, this, [this] { Task::start(refresh()); });
-    m_timer->start(Deployment::pollInterval());
+    m_timer = std::make_unique<PollTimer>(Deployment::pollInterval());
+    connect(m_timer.get(), &PollTimer::timeout, this, [this] { Task::start(refresh()); });
 }
 
 QCoro::Task<> AppState::startUp()

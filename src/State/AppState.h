@@ -16,7 +16,7 @@
 #include <memory>
 #include <optional>
 
-class QTimer;
+class PollTimer;
 
 /// The program's one view-model: the preferences, the published figures and status, and the poll cycle that
 /// keeps them fresh. Lives on the main thread. Every published write and every write to a preference
@@ -100,6 +100,6 @@ private:
     AppStorage<std::int64_t> m_lastImpressions;
     AppStorage<double> m_lastChangeTimestamp; ///< seconds since 1970; 0.0 while no change has been seen
 
-    std::unique_ptr<QTimer> m_timer;
+    std::unique_ptr<PollTimer> m_timer;
     MetaAPI m_api;
 };
