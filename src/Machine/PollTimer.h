@@ -30,7 +30,7 @@ private:
 
     const std::chrono::nanoseconds m_interval;
     const std::unique_ptr<MachineAlarm> m_alarm;
-    std::chrono::nanoseconds m_due{};    ///< when the alarm goes off, in MachineTime::elapsed()
-    std::chrono::nanoseconds m_asleep{}; ///< MachineTime::asleep() when it was set
+    std::chrono::nanoseconds m_due{};       ///< when the alarm goes off, in MachineTime::elapsed()
+    std::chrono::nanoseconds m_asleep{};    ///< MachineTime::asleep() when it was set
     std::unique_ptr<OnlineWatch> m_network; ///< while a tick waits for it
 };

@@ -9,6 +9,7 @@
 #include "State/AppState.h"
 #include "TestClock.h"
 #include "TestDeployment.h"
+#include "TestMachine.h"
 #include "TestPreferences.h"
 #include "Update/UpdateManager.h"
 
@@ -53,8 +54,8 @@ private Q_SLOTS:
         m_service.reset();
         QTRY_COMPARE(Task::running(), 0);
         m_preferences.reset();
-        TestDeployment::setPollInterval(24h);
         TestDeployment::setTransferTimeout(30s);
+        TestMachine::setOnline(true);
     }
 
 protected:
@@ -70,8 +71,7 @@ protected:
     void launch()
     {
         m_state = AppState::create();
-        QCoreApplication::processEvents();
-        QTRY_COMPARE(Task::running(), 0);
+        settle();
     }
 
     /// Launches with a memory of an earlier run while the service reports this count.
@@ -83,6 +83,27 @@ protected:
         serve(count);
         launch();
     }
+
+    /// Time passes, asleep or awake, and all that comes of it has ended.
+    void pass(std::chrono::nanoseconds time)
+    {
+        TestMachine::pass(time);
+        settle();
+    }
+    void sleep(std::chrono::nanoseconds time)
+    {
+        TestMachine::sleep(time);
+        settle();
+    }
+    static void settle()
+    {
+        do
+            QCoreApplication::processEvents();
+        while (TestMachine::isOnline() && TestMachine::isWaitedFor()); // a poll at waking is about to hear of it
+        QTRY_COMPARE(Task::running(), 0);
+    }
+
+    qsizetype polls() const { return m_service->requestsWith("date_preset=today"); }
 
     void refresh() { QCoro::waitFor(m_state->refresh()); }
     QString test() { return QCoro::waitFor(m_state->testConnection()).value_or(u"success"_s); }

@@ -3,40 +3,6 @@
 
 #include "AppStateFixture.h"
 
-#include <QPointer>
-#include <QTimer>
-
-#include <functional>
-
-namespace {
-
-/// Longer than a refresh takes even on a busy machine: a refresh keeps the state, and so the polls, alive.
-constexpr auto briefInterval = 100ms;
-
-/// No other timer has it.
-constexpr auto unusualInterval = 17ms;
-
-/// Sees the ticks of every timer in the program while it lives.
-class TimerWatch : public QObject {
-public:
-    explicit TimerWatch(std::function<void(const QTimer &)> ticked) : m_ticked(std::move(ticked))
-    {
-        QCoreApplication::instance()->installEventFilter(this);
-    }
-
-    bool eventFilter(QObject *watched, QEvent *event) override
-    {
-        if (const auto *const timer = qobject_cast<QTimer *>(watched); timer && event->type() == QEvent::Timer)
-            m_ticked(*timer);
-        return false;
-    }
-
-private:
-    std::function<void(const QTimer &)> m_ticked;
-};
-
-} // namespace
-
 /// The polls: when they come, what they ask for, how they fail and overlap.
 class RefreshTest : public AppStateFixture {
     Q_OBJECT
@@ -78,50 +44,103 @@ private Q_SLOTS:
     {
         giveCredentials();
         serve(5);
-        TestDeployment::setPollInterval(briefInterval);
-        m_state = AppState::create();
-        QTRY_VERIFY(m_service->requestsWith("date_preset=today") >= 4);
+        launch();
+        for (int poll = 2; poll <= 4; ++poll) {
+            pass(10min);
+            QCOMPARE(polls(), poll);
+        }
+        QCOMPARE(m_service->requestsWith("date_preset=last_7d"), 4);
         QCOMPARE(m_service->requestsWith("version.json"), 1);
+    }
+
+    void theTimerIsArmedBeforeAnythingIsFetched()
+    {
+        giveCredentials();
+        m_service->answerAll(Reply::silence());
+        TestDeployment::setTransferTimeout(50ms);
+        m_state = AppState::create();
+        TestMachine::pass(4min); // before its first turn
+        settle();
+        pass(6min);
+        QCOMPARE(polls(), 2);
     }
 
     void theTimerGoesOnAfterAFailure()
     {
         giveCredentials();
         m_service->answerAll(Reply::whole("no JSON", 500));
-        TestDeployment::setPollInterval(briefInterval);
-        m_state = AppState::create();
-        QTRY_VERIFY(m_service->requestsWith("date_preset=today") >= 3);
+        launch();
+        pass(10min);
+        QCOMPARE(polls(), 2);
         serve(12);
-        QTRY_COMPARE(nameOf(m_state->status()), u"ok"_s);
+        pass(10min);
+        QCOMPARE(nameOf(m_state->status()), u"ok"_s);
     }
 
     void thePollsKeepTheirTime()
     {
-        // The system may put off other kinds of timers by a twentieth, which is half a minute here.
-        std::optional<Qt::TimerType> kind;
-        const TimerWatch watch([&](const QTimer &timer) {
-            if (timer.intervalAsDuration() == unusualInterval)
-                kind = timer.timerType();
-        });
-        TestDeployment::setPollInterval(unusualInterval);
-        m_state = AppState::create();
-        QTRY_VERIFY(kind);
-        QCOMPARE(*kind, Qt::PreciseTimer);
+        giveCredentials();
+        serve(5);
+        launch();
+        for (int poll = 2; poll <= 4; ++poll) {
+            pass(10min - 1ns);
+            QCOMPARE(polls(), poll - 1);
+            pass(1ns);
+            QCOMPARE(polls(), poll);
+        }
+    }
+
+    void littleDelaysDoNotAddUp()
+    {
+        giveCredentials();
+        serve(5);
+        launch();
+        for (int poll = 2; poll <= 6; ++poll) {
+            TestMachine::stop(10min + (poll == 2 ? 50ms : 0ms));
+            settle();
+            QCOMPARE(polls(), poll);
+        }
+        pass(10min - 50ms - 1ns);
+        QCOMPARE(polls(), 6);
+        pass(1ns);
+        QCOMPARE(polls(), 7);
+    }
+
+    void aRefreshInBetweenMovesNoPoll()
+    {
+        giveCredentials();
+        serve(5);
+        launch();
+        pass(7min);
+        refresh();
+        QCOMPARE(polls(), 2);
+        pass(3min - 1ns);
+        QCOMPARE(polls(), 2);
+        pass(1ns);
+        QCOMPARE(polls(), 3);
+    }
+
+    void theTimeOfDayMovesNoPoll()
+    {
+        giveCredentials();
+        serve(5);
+        launch();
+        TestClock::advance(7200);
+        pass(9min);
+        TestClock::advance(-14400);
+        QCOMPARE(polls(), 1);
+        pass(1min);
+        QCOMPARE(polls(), 2);
     }
 
     void aReleasedStatePollsNoMore()
     {
-        QPointer<const QTimer> pollTimer;
-        const TimerWatch watch([&](const QTimer &timer) {
-            if (timer.intervalAsDuration() == unusualInterval)
-                pollTimer = &timer;
-        });
-        TestDeployment::setPollInterval(unusualInterval);
-        m_state = AppState::create();
-        QTRY_VERIFY(pollTimer);
+        giveCredentials();
+        serve(5);
+        launch();
         m_state.reset();
-        QTRY_COMPARE(Task::running(), 0);
-        QVERIFY(!pollTimer);
+        pass(30min);
+        QCOMPARE(polls(), 1);
     }
 
     void aStateReleasedBeforeItsFirstTurnDoesNothing()

@@ -10,13 +10,13 @@
 #include <QSslConfiguration>
 #include <QSslKey>
 #include <QSslServer>
-#include <QTcpSocket>
 #include <QTemporaryDir>
 #include <QTimer>
 
 #include <algorithm>
 #include <map>
 #include <sys/socket.h>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -91,6 +91,18 @@ void LoopbackService::answerInsights(const QByteArray &today, const QByteArray &
     });
 }
 
+void LoopbackService::breakSilence(const Reply &reply)
+{
+    for (const QPointer<QTcpSocket> &socket : std::exchange(m_silent, {}))
+        send(socket, reply);
+}
+
+void LoopbackService::loseConnections()
+{
+    for (QTcpSocket *const socket : m_server->findChildren<QTcpSocket *>())
+        socket->disconnect(this);
+}
+
 qsizetype LoopbackService::requestsWith(const QByteArray &text) const
 {
     return std::ranges::count_if(m_requests, [&](const Request &request) { return request.target.contains(text); });
@@ -144,8 +156,10 @@ void LoopbackService::send(QTcpSocket *socket, const Reply &reply)
     case Reply::Then::Repeat:
         repeat(socket, reply);
         break;
-    case Reply::Then::KeepAlive:
     case Reply::Then::Silence:
+        m_silent << socket;
+        break;
+    case Reply::Then::KeepAlive:
         break;
     }
 }

@@ -6,7 +6,9 @@
 #include <QByteArray>
 #include <QList>
 #include <QObject>
+#include <QPointer>
 #include <QTcpServer>
+#include <QTcpSocket>
 
 #include <chrono>
 #include <functional>
@@ -14,7 +16,6 @@
 #include <memory>
 
 class QSslConfiguration;
-class QTcpSocket;
 
 /// A server on loopback whose every byte a test decides. While it lives, the test deployment points to it.
 class LoopbackService : public QObject {
@@ -58,6 +59,11 @@ public:
     /// Replies by date preset: "today" and "last_7d"; the update feed and all else get "{}".
     void answerInsights(const QByteArray &today, const QByteArray &lastSevenDays);
 
+    /// Replies to the requests that have had none but silence.
+    void breakSilence(const Reply &reply);
+    /// Nothing arrives any more by the connections that exist now, and nobody is told.
+    void loseConnections();
+
     const QList<Request> &requests() const { return m_requests; }
     /// How many requests had this text in their target.
     qsizetype requestsWith(const QByteArray &text) const;
@@ -80,5 +86,6 @@ private:
     Transport m_transport;
     Answer m_answer;
     QList<Request> m_requests;
+    QList<QPointer<QTcpSocket>> m_silent;
     int m_connections = 0;
 };

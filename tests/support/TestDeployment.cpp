@@ -10,7 +10,6 @@ namespace {
 
 QString authorities;
 QString origin = u"http://127.0.0.1:9"_s; // the discard port: refused
-std::chrono::milliseconds interval = 24h;
 std::chrono::milliseconds timeout = 30s;
 
 } // namespace
@@ -23,14 +22,12 @@ QString Deployment::trustedAuthorities() { return authorities; }
 
 QString Deployment::domain() { return u"Vantelo Test"_s; }
 
-std::chrono::milliseconds Deployment::pollInterval() { return interval; }
+std::chrono::milliseconds Deployment::pollInterval() { return 10min; }
 
 std::chrono::milliseconds Deployment::transferTimeout() { return timeout; }
 
 void TestDeployment::setOrigin(const QString &newOrigin) { origin = newOrigin; }
 
 void TestDeployment::setTrustedAuthorities(const QString &file) { authorities = file; }
-
-void TestDeployment::setPollInterval(std::chrono::milliseconds newInterval) { interval = newInterval; }
 
 void TestDeployment::setTransferTimeout(std::chrono::milliseconds newTimeout) { timeout = newTimeout; }

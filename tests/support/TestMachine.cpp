@@ -19,7 +19,7 @@ using Time = std::chrono::nanoseconds;
 
 Time elapsedTime = std::chrono::hours(1);
 Time timeAsleep = std::chrono::minutes(20);
-bool isOnline = true;
+bool machineIsOnline = true;
 QByteArray network = "home";
 
 class TestAlarm;
@@ -59,7 +59,7 @@ public:
 
     void tell()
     {
-        if (isOnline)
+        if (machineIsOnline)
             Q_EMIT online();
     }
 };
@@ -108,10 +108,18 @@ void TestMachine::sleep(Time time)
 
 void TestMachine::setOnline(bool online)
 {
-    isOnline = online;
+    machineIsOnline = online;
     for (TestOnlineWatch *const watch : std::as_const(onlineWatches))
         watch->tell();
 }
+
+void TestMachine::stop(Time time)
+{
+    elapsedTime += time;
+    pass(Time::zero());
+}
+
+bool TestMachine::isOnline() { return machineIsOnline; }
 
 bool TestMachine::isWaitedFor() { return !onlineWatches.isEmpty(); }
 

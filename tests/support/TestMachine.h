@@ -14,8 +14,12 @@ void pass(std::chrono::nanoseconds time);
 /// The machine sleeps for this long; what fell due meanwhile goes off once it has woken.
 void sleep(std::chrono::nanoseconds time);
 
+/// Time passes awake, but the process gets no turn until the end.
+void stop(std::chrono::nanoseconds time);
+
 /// At first it is.
 void setOnline(bool online);
+bool isOnline();
 /// Whether somebody waits for the machine to be online.
 bool isWaitedFor();
 

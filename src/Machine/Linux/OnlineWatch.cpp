@@ -28,7 +28,8 @@ class NetworkManagerWatch : public OnlineWatch {
 public:
     NetworkManagerWatch() : m_connection(QDBusConnection::connectToBus(QDBusConnection::SystemBus, bus))
     {
-        // From any sender: to wait for one by name Qt asks for its owner, and until that is answered nothing else goes on.
+        // From any sender: to wait for one by name Qt asks for its owner, and until that is answered nothing else goes
+        // on.
         m_connection.connect({}, path, service, u"StateChanged"_s, this, SLOT(judge(uint)));
         ask();
     }
