@@ -13,9 +13,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// Odd ones, so that no timer of Qt's own has the same.
-constexpr std::chrono::milliseconds interval = 3ms;
-constexpr std::chrono::milliseconds timeout = 7ms;
+constexpr std::chrono::milliseconds timeout = 7ms; // an odd one, so that no timer of Qt's own has the same
 
 bool take(int &due)
 {
@@ -29,7 +27,6 @@ bool take(int &due)
 
 TimeGate::TimeGate()
 {
-    TestDeployment::setPollInterval(interval);
     TestDeployment::setTransferTimeout(timeout);
     QCoreApplication::instance()->installEventFilter(this);
 }
@@ -39,8 +36,6 @@ bool TimeGate::eventFilter(QObject *object, QEvent *event)
     const auto *const timer = event->type() == QEvent::Timer ? qobject_cast<QTimer *>(object) : nullptr;
     if (timer == nullptr)
         return false;
-    if (timer->intervalAsDuration() == interval)
-        return !take(m_duePolls);
     if (timer->intervalAsDuration() == timeout)
         return !take(m_dueTimeouts);
     return false;

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 // The program's own state, client and preference store, moved by commands on standard input: one JSON object a
-// line, such as {"at": 1767225600, "do": "tick"}. Once all that a command set off has ended, one line of JSON on
+// line, such as {"at": 1767225600, "do": "refresh"}. Once all that a command set off has ended, one line of JSON on
 // standard output tells how the program stands. The service's origin is the only argument.
 
 #include "App/VanteloApp.h"
@@ -12,6 +12,7 @@
 #include "State/AppState.h"
 #include "TestClock.h"
 #include "TestDeployment.h"
+#include "TestMachine.h"
 #include "TimeGate.h"
 
 #include <QAbstractEventDispatcher>
@@ -99,12 +100,21 @@ private:
         TestClock::set(command.value("at"_L1).toDouble());
         const QString what = command.value("do"_L1).toString();
         const QString value = command.value("value"_L1).toString();
+        const std::chrono::milliseconds time(command.value("milliseconds"_L1).toInteger());
         m_changesToLive = command.value("changesToLive"_L1).toInt();
         m_owed = m_owed || !command.value("quiet"_L1).toBool();
         if (what == "launch"_L1)
             launch();
-        else if (what == "tick"_L1)
-            m_gate.letPollPass();
+        else if (what == "pass"_L1)
+            TestMachine::pass(time);
+        else if (what == "sleep"_L1)
+            TestMachine::sleep(time);
+        else if (what == "online"_L1)
+            TestMachine::setOnline(true);
+        else if (what == "offline"_L1)
+            TestMachine::setOnline(false);
+        else if (what == "move"_L1)
+            TestMachine::changeNetwork();
         else if (what == "time out"_L1)
             m_gate.letTransferTimeOut();
         else if (what == "refresh"_L1)
@@ -151,7 +161,8 @@ private:
     /// Reports once nothing is under way any more, behind everything that is queued by then.
     void settle()
     {
-        if (!m_owed || m_gate.isPollDue() || Task::running() > 0)
+        const bool pollIsNear = TestMachine::isOnline() && TestMachine::isWaitedFor();
+        if (!m_owed || pollIsNear || Task::running() > 0)
             return;
         m_owed = false;
         QMetaObject::invokeMethod(this, &Watched::report, Qt::QueuedConnection);

@@ -20,11 +20,13 @@ from mishaps import MISHAPS
 from preferences import mount_small_disk
 from program import Ended, Hanging
 from service import Unasked, refused_connections
+from sleeps import SLEEPS
 from watch import Divergence
 from year import BETWEEN_POLLS, DEATHS, SECRET, Year
 
 OF_THE_PLATFORM = "This plugin does not support propagateSizeHints()"  # Qt's offscreen one, at every alert
-OCCASIONS = ["refresh", "test", "tick and refresh at once", "tick with an edit amid", BETWEEN_POLLS]
+OCCASIONS = ["refresh", "test", "tick and refresh at once", "tick with an edit amid",
+             "tick cut off by a sleep", BETWEEN_POLLS]
 SHORT = 800  # polls, enough for everything to happen once
 MEMORY_ALLOWANCE = 1_000_000  # bytes
 
@@ -111,7 +113,7 @@ def missed(year):
         for kind in kinds:
             if not year.service.given[preset, kind]:
                 yield f"never happened: {kind} ({preset})"
-    for name in [*MISHAPS, *(f"killed {death}" for death in DEATHS), *OCCASIONS]:
+    for name in [*MISHAPS, *SLEEPS, *(f"killed {death}" for death in DEATHS), *OCCASIONS]:
         if not year.happened[name]:
             yield f"never happened: {name}"
 

@@ -8,6 +8,7 @@ import re
 import selectors
 import socket
 import struct
+import weakref
 
 from model import Failed
 from replies import CLOSE, REFUSE, RESET, SILENCE
@@ -26,6 +27,7 @@ class Service:
         self.port = self._anchor.getsockname()[1]
         self._listener = None
         self._connections = {}  # socket: bytes received so far
+        self._lost = weakref.WeakSet()  # those of them on which no request may come any more
         self._script = collections.deque()
         self._broken = {}  # {target: exchange} of this command, which Qt may ask for again on its own
         self.given = collections.Counter()
@@ -81,6 +83,10 @@ class Service:
         for connection in list(self._connections):
             self._drop(connection)
 
+    def lose_connections(self):
+        """Those that exist now have died, and nobody was told: the machine slept, or is somewhere else."""
+        self._lost.update(self._connections)
+
     def _listen(self):
         self._listener = _bound(self.port)
         self._listener.listen()
@@ -111,6 +117,8 @@ class Service:
         head, end, rest = self._connections[connection].partition(b"\r\n\r\n")
         if not received:
             self._drop(connection)
+        elif end and connection in self._lost:
+            raise Unasked("asked over a connection from before a sleep, or of another network")
         elif end:
             self._connections[connection] = rest
             self._answer(connection, re.match(rb"GET (\S+) HTTP/1.1\r\n", head)[1].decode())

@@ -10,11 +10,13 @@ from dataclasses import dataclass
 import replies
 from account import Account
 from deck import Deck
+from machine import PollClock
 from mishaps import MISHAPS
 from model import Failed, Model, finite_or_none, integer_or_none
 from preferences import PreferenceFile
 from program import Program
 from service import Service
+from sleeps import SLEEPS
 from watch import Watch
 
 FIRST_OF_JANUARY = 1_767_225_600.0  # of 2026
@@ -60,6 +62,7 @@ class Year:
                        for preset, kinds in [("today", replies.INSIGHTS_KINDS), ("last_7d", replies.INSIGHTS_KINDS),
                                              ("feed", replies.FEED_KINDS)]}
         self._mishaps, self._deaths = Deck(MISHAPS, self.dice), Deck([*DEATHS, *["at a change"] * 3], self.dice)
+        self._sleeps = Deck(SLEEPS, self.dice)
         self._changes_to_live = Deck(range(1, 6), self.dice)
         self._faulty = set()  # the presets whose fetches are to go wrong
         self._faults = {}  # and what went wrong with them
@@ -73,7 +76,8 @@ class Year:
         selector = selectors.DefaultSelector()
         self.service = Service(selector)
         self.program = Program(binary, disk, selector, SECRET.encode())
-        self.watch = Watch(self.model, self.program, self.service, self.file)
+        self.polls = PollClock()
+        self.watch = Watch(self.model, self.polls, self.program, self.service, self.file)
         self.happened = collections.Counter()
         self.memory = []  # bytes after each poll of the quiet half
 
@@ -86,6 +90,8 @@ class Year:
                 self._die()
             self._befall()
             self._between_polls()
+            if self.dice.random() < 0.05:
+                self._sleep()
             self._tick()
             if not restless:
                 self.memory.append(self.program.private_memory())
@@ -120,17 +126,57 @@ class Year:
     def token(self):
         return f"{SECRET}{self.dice.randrange(2**64):016x}"
 
+    # What a sleep consists of; times in milliseconds
+
+    def stay_awake(self, time):
+        self._let_pass("pass", time, self.polls.stay_awake(time))
+
+    def sleep(self, time):
+        self.service.lose_connections()
+        self._let_pass("sleep", time, self.polls.sleep(time))
+
+    def move_elsewhere(self):
+        self.service.lose_connections()
+        self._let_pass("move", 0, polls=False)
+
+    def go_offline(self):
+        self.polls.online = False
+        self._let_pass("offline", 0, polls=False)
+
+    def come_online(self):
+        self._let_pass("online", 0, polls=self.polls.come_online())
+
+    def _let_pass(self, what, time, polls):
+        self.now += time / 1000
+        if polls:
+            return self._perform(what, self.model.refresh(), milliseconds=time)
+        self._doing, self.model.now = what, self.now
+        self.watch.perform_quietly(what, milliseconds=time)
+
     # Steps
 
+    def _sleep(self):
+        name = self._sleeps.deal()
+        self.happened[name] += 1
+        SLEEPS[name](self)
+
     def _tick(self):
-        self.now += POLL_INTERVAL
+        self.now += self.polls.due_in / 1000
         chance = self.dice.random()
-        if self._mishap or chance > 0.04:
+        if self._mishap or chance > 0.06:
             return self._perform("tick", self.model.refresh())
+        if chance > 0.04:
+            return self._tick_amid_a_sleep()
         self._begin("tick and refresh at once" if chance < 0.02 else "tick with an edit amid")
         if chance < 0.02:
             return self.watch.perform_overlapping(self._self_contained_reply)
         return self.watch.perform_with_edit_amid(self._edit_amid, self._self_contained_reply)
+
+    def _tick_amid_a_sleep(self):
+        asleep = self.dice.randrange(1_000, 599_000)  # no further poll falls due
+        self._begin("tick cut off by a sleep", self.now + asleep / 1000)
+        self.watch.perform_cut_off(asleep, self._self_contained_reply)
+        self.now += asleep / 1000
 
     def _edit_amid(self):
         self.file.write_values(self.file.values() | {"accessToken": self.token(), "adAccountId": "act_732"})
@@ -168,9 +214,9 @@ class Year:
         self.model.now = moment or self.now
         self._account.advance(self.model.now)
 
-    def _perform(self, what, operation, moment=None):
+    def _perform(self, what, operation, moment=None, **more):
         self._begin(what, moment)
-        self.watch.perform(what, operation, self._reply)
+        self.watch.perform(what, operation, self._reply, **more)
 
     def _launch(self):
         self._begin("launch")
