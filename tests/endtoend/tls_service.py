@@ -114,6 +114,11 @@ class TlsService:
                 with contextlib.suppress(OSError):  # the client was quicker
                     connection.shutdown(socket.SHUT_RDWR)
 
+    def client_ports(self):
+        """Of the connections that are open, at the client's end."""
+        with self._lock:
+            return [connection.getpeername()[1] for connection in self._open]
+
     def remember(self, connection):
         with self._lock:
             self._open.add(connection)

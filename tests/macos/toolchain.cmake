@@ -19,7 +19,7 @@ execute_process(
 set(CMAKE_CXX_FLAGS_INIT "-stdlib=libc++ -Qunused-arguments")
 # GNUstep declares every method of a delegate as required; Apple made them optional.
 string(JOIN " " CMAKE_OBJCXX_FLAGS_INIT
-    ${CMAKE_CXX_FLAGS_INIT} -fobjc-runtime=gnustep-2.0 -Wno-protocol
+    ${CMAKE_CXX_FLAGS_INIT} -fobjc-runtime=gnustep-2.0 -fblocks -Wno-protocol
     -isystem ${CMAKE_CURRENT_LIST_DIR} -isystem /usr/include/GNUstep -include NewerAppKit.h)
 
 set(CMAKE_PROJECT_INCLUDE ${CMAKE_CURRENT_LIST_DIR}/after_project.cmake)

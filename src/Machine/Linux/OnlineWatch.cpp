@@ -31,7 +31,10 @@ public:
         // From any sender: to wait for one by name Qt asks for its owner, and until that is answered nothing else goes
         // on.
         m_connection.connect({}, path, service, u"StateChanged"_s, this, SLOT(judge(uint)));
-        ask();
+        if (m_connection.isConnected())
+            ask();
+        else // a call without a bus never ends
+            QMetaObject::invokeMethod(this, &OnlineWatch::online, Qt::QueuedConnection);
     }
 
     ~NetworkManagerWatch() override { QDBusConnection::disconnectFromBus(bus); }
