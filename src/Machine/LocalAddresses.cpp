@@ -3,26 +3,27 @@
 
 #include "Machine/LocalAddresses.h"
 
-#include <arpa/inet.h>
 #include <ifaddrs.h>
-#include <net/if.h>
-#include <netdb.h>
-
-#include <array>
 #include <memory>
+#include <net/if.h>
+#include <netinet/in.h>
 
 namespace {
 
-socklen_t sizeOf(const sockaddr &address)
+template <class Bytes>
+QByteArrayView raw(const Bytes &bytes)
 {
-    switch (address.sa_family) {
-    case AF_INET:
-        return sizeof(sockaddr_in);
-    case AF_INET6:
-        return sizeof(sockaddr_in6);
-    default:
-        return 0; // of the hardware
-    }
+    return {reinterpret_cast<const char *>(&bytes), sizeof bytes};
+}
+
+/// Nothing where it is none of the Internet's, but the hardware's.
+QByteArrayView internetAddress(const sockaddr *address)
+{
+    if (address != nullptr && address->sa_family == AF_INET)
+        return raw(reinterpret_cast<const sockaddr_in *>(address)->sin_addr);
+    if (address != nullptr && address->sa_family == AF_INET6)
+        return raw(reinterpret_cast<const sockaddr_in6 *>(address)->sin6_addr);
+    return {};
 }
 
 } // namespace
@@ -35,14 +36,12 @@ QByteArray localAddresses()
     const std::unique_ptr<ifaddrs, decltype(&::freeifaddrs)> all(first, &::freeifaddrs);
     QByteArray addresses;
     for (const ifaddrs *one = first; one != nullptr; one = one->ifa_next) {
-        const socklen_t size = one->ifa_addr != nullptr ? sizeOf(*one->ifa_addr) : 0;
-        std::array<char, NI_MAXHOST> text{};
-        if (size == 0 || ::getnameinfo(one->ifa_addr, size, text.data(), text.size(), nullptr, 0, NI_NUMERICHOST) != 0)
+        const QByteArrayView address = internetAddress(one->ifa_addr);
+        if (address.isEmpty())
             continue;
         addresses += one->ifa_name;
         addresses += (one->ifa_flags & IFF_RUNNING) != 0 ? " up " : " down ";
-        addresses += text.data();
-        addresses += '\n';
+        addresses += address;
     }
     return addresses;
 }
