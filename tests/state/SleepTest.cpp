@@ -89,6 +89,7 @@ private Q_SLOTS:
     void aProcessThatWasStoppedPollsOnce()
     {
         launchDelivering(100);
+        TestMachine::setOnline(false);
         TestMachine::stop(35min); // awake: a debugger, or a machine that is far too busy
         settle();
         QCOMPARE(polls(), 2);

@@ -7,6 +7,8 @@
 
 #include <QTimer>
 
+#include <algorithm>
+
 #import <AppKit/AppKit.h>
 
 namespace {
