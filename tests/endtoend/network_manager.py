@@ -33,6 +33,7 @@ class NetworkManager:
         self.environment = {"DBUS_SYSTEM_BUS_ADDRESS": address}
         self.state = ONLINE
         self.questions = 0
+        self._questioner = None
 
     def __enter__(self):
         self.appear()
@@ -58,8 +59,17 @@ class NetworkManager:
         names = self._call("ListNames", None).unpack()[0]
         return len([name for name in names if name.startswith(":")]) - 1
 
-    def _asked(self, *_):
+    def wait_until_heard(self):
+        """Until the one who asked last has received all that was sent."""
+        try:
+            self._connection.call_sync(self._questioner, "/", "org.freedesktop.DBus.Peer", "Ping", None, None,
+                                       Gio.DBusCallFlags.NONE, 5000, None)
+        except GLib.Error:
+            raise Failure("The program has left the system bus before the machine was online.") from None
+
+    def _asked(self, _connection, sender, *_):
         self.questions += 1
+        self._questioner = sender
         something_happened()
         return GLib.Variant("u", self.state)
 

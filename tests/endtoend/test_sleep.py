@@ -79,6 +79,9 @@ def the_first_poll_waits_for_the_network(stage):
             for state in (network_manager.DISCONNECTED, network_manager.CONNECTING, network_manager.LOCAL,
                           network_manager.SITE):
                 manager.become(state)
+            manager.wait_until_heard()
+            for _ in range(3):
+                stage.panel.rows()  # answered once the program has acted on what it heard
             expect(len(stage.journal), len(START), "Requests before the machine is online")
             stage.graph.answer = delivering(impressions=12346)
             manager.become(network_manager.ONLINE)
