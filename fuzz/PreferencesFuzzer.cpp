@@ -7,11 +7,12 @@
 #include "Foundation/Deployment.h"
 #include "Input.h"
 #include "Preferences/AppStorage.h"
-#include "Preferences/Linux/PreferenceFormat.h"
+#include "Preferences/Linux/PreferenceFile.h"
 #include "Require.h"
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 
 #include <cmath>
@@ -28,7 +29,7 @@ class Home {
 public:
     Home()
     {
-        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_folder.path());
+        qputenv("XDG_CONFIG_HOME", QFile::encodeName(m_folder.path()));
         require(QDir().mkpath(m_folder.filePath(u"Vantelo"_s)), "there is a folder");
         // What is told to the user each time is not read here.
         require(std::freopen("/dev/null", "w", stdout) != nullptr, "there is a place for output");
@@ -41,30 +42,11 @@ public:
         const int descriptor = ::open(QFile::encodeName(file()).constData(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
         require(::write(descriptor, content.constData(), static_cast<std::size_t>(content.size())) == content.size(),
             "the file is written");
-        // A time of its own for each file: Qt would take one as long and as old for the one it knows.
-        touch(descriptor);
-        ::close(descriptor);
-    }
-
-    /// Makes the next reader read it anew.
-    void touch()
-    {
-        const int descriptor = ::open(QFile::encodeName(file()).constData(), O_WRONLY);
-        touch(descriptor);
         ::close(descriptor);
     }
 
 private:
-    void touch(int descriptor)
-    {
-        ++m_milliseconds;
-        const timespec time{.tv_sec = m_milliseconds / 1000, .tv_nsec = m_milliseconds % 1000 * 1'000'000};
-        const timespec times[2] = {time, time};
-        ::futimens(descriptor, times);
-    }
-
     QTemporaryDir m_folder{QFile::exists(u"/dev/shm"_s) ? u"/dev/shm/vantelo-XXXXXX"_s : QDir::tempPath()};
-    long m_milliseconds = 1'000'000'000;
 };
 
 struct Values {
@@ -78,24 +60,24 @@ struct Values {
     friend bool operator==(const Values &, const Values &) = default;
 };
 
-/// The preferences as AppStorage reads them, but all at one go: each of its reads asks the disk again.
+/// A preference as AppStorage reads it, but without its looking at the disk each time.
 template <class Value>
-Value valueOf(const QSettings &settings, const QString &key, const Value &fallback)
+Value valueOf(const PreferenceFile &file, const QString &key, const Value &fallback)
 {
-    return preferenceAs<Value>(PreferenceFormat::value(settings.value(key))).value_or(fallback);
+    return preferenceAs<Value>(file.value(key)).value_or(fallback);
 }
 
-Values valuesIn(const QString &file)
+Values valuesIn(const QString &path)
 {
-    const QSettings settings(file, PreferenceFormat::format());
-    require(settings.status() == QSettings::NoError, "any file can be read");
+    PreferenceFile file(path);
+    require(file.sync() == PreferenceStorage::Outcome::Done, "any file can be read");
     return {
-        .accessToken = valueOf(settings, u"accessToken"_s, QString()),
-        .adAccountId = valueOf(settings, u"adAccountId"_s, QString()),
-        .staleThresholdMinutes = valueOf(settings, u"staleThresholdMinutes"_s, std::int64_t{15}),
-        .launchAtLogin = valueOf(settings, u"launchAtLogin"_s, false),
-        .lastImpressions = valueOf(settings, u"lastImpressions"_s, std::int64_t{0}),
-        .lastChangeTimestamp = valueOf(settings, u"lastChangeTimestamp"_s, 0.0),
+        .accessToken = valueOf(file, u"accessToken"_s, QString()),
+        .adAccountId = valueOf(file, u"adAccountId"_s, QString()),
+        .staleThresholdMinutes = valueOf(file, u"staleThresholdMinutes"_s, std::int64_t{15}),
+        .launchAtLogin = valueOf(file, u"launchAtLogin"_s, false),
+        .lastImpressions = valueOf(file, u"lastImpressions"_s, std::int64_t{0}),
+        .lastChangeTimestamp = valueOf(file, u"lastChangeTimestamp"_s, 0.0),
     };
 }
 
@@ -122,9 +104,9 @@ void checkWrite(Home &home, const QByteArray &content, const Values &before)
         DefaultsStore store;
         AppStorage<std::int64_t>(store, u"lastImpressions"_s, 0).set(expected.lastImpressions);
     }
-    home.touch();
     require(valuesIn(home.file()) == expected, "a write keeps the other values");
-    require(isUsersAlone(home.file()) && isUsersAlone(home.file() + u".lock"_s), "for the user alone");
+    require(isUsersAlone(home.file()), "for the user alone");
+    require(QDir(QFileInfo(home.file()).path()).entryList(QDir::Files).size() == 1, "and nothing is left beside it");
     QFile file(home.file());
     require(file.open(QIODevice::ReadOnly), "the file is there");
     const QList<QByteArray> kept = linesOf(file.readAll());
@@ -137,8 +119,8 @@ void checkWrite(Home &home, const QByteArray &content, const Values &before)
 void checkText(const QString &text)
 {
     const QByteArray utf8 = text.toUtf8();
-    const QVariant stored = PreferenceFormat::stored(QString::fromUtf8(utf8));
-    require(!stored.toByteArray().contains('\n') && !stored.toByteArray().contains('\r'), "a value is one line");
+    const QByteArray stored = PreferenceFormat::stored(QString::fromUtf8(utf8));
+    require(!stored.contains('\n') && !stored.contains('\r'), "a value is one line");
     require(PreferenceFormat::value(stored).toString() == QString::fromUtf8(utf8), "a text comes back as it was");
 }
 

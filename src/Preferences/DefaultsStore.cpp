@@ -4,50 +4,49 @@
 #include "Preferences/DefaultsStore.h"
 
 #include "Foundation/Log.h"
-#include "Preferences/PreferenceStorage.h"
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
 
-std::unique_ptr<QSettings> openedAlone()
-{
-    auto settings = PreferenceStorage::open();
-    // Without this a key that is absent would be looked for in places shared with others.
-    settings->setFallbacksEnabled(false);
-    return settings;
-}
-
-/// The status of a QSettings never recovers from an error, so a new one is asked. All share what is still to be
-/// written.
-bool isSaved()
-{
-    const auto settings = openedAlone();
-    PreferenceStorage::sync(*settings);
-    return settings->status() != QSettings::AccessError;
-}
+// While another program is writing. The main thread does other things meanwhile.
+constexpr auto betweenTries = 50ms;
+constexpr auto patience = 1s;
 
 } // namespace
 
-DefaultsStore::DefaultsStore() : m_settings(openedAlone()) {}
+DefaultsStore::DefaultsStore() : m_storage(PreferenceStorage::open())
+{
+    m_nextTry.setSingleShot(true);
+    m_nextTry.setInterval(betweenTries);
+    m_nextTry.callOnTimeout([this] { trySaving(); });
+}
+
+DefaultsStore::~DefaultsStore() { tell(m_storage->sync() != PreferenceStorage::Outcome::Done); }
 
 QVariant DefaultsStore::value(const QString &key) const
 {
     if (!m_inTransaction)
-        PreferenceStorage::sync(*m_settings);
-    return PreferenceStorage::value(m_settings->value(key));
+        m_storage->sync();
+    return m_storage->value(key);
 }
 
 void DefaultsStore::setValue(const QString &key, const QVariant &value)
 {
-    m_settings->setValue(key, PreferenceStorage::stored(value));
+    m_storage->setValue(key, value);
     if (!m_inTransaction)
         save();
 }
 
+std::unique_ptr<QObject> DefaultsStore::watch(std::function<void()> changed) const
+{
+    return m_storage->watch(std::move(changed));
+}
+
 DefaultsStore::Transaction::Transaction(DefaultsStore &store) : m_store(store)
 {
-    PreferenceStorage::sync(*m_store.m_settings);
+    m_store.m_storage->sync();
     m_store.m_inTransaction = true;
 }
 
@@ -59,8 +58,22 @@ DefaultsStore::Transaction::~Transaction()
 
 void DefaultsStore::save()
 {
-    PreferenceStorage::sync(*m_settings);
-    const bool failed = !isSaved();
+    if (!m_nextTry.isActive())
+        m_patience.setRemainingTime(patience);
+    trySaving();
+}
+
+void DefaultsStore::trySaving()
+{
+    const PreferenceStorage::Outcome outcome = m_storage->sync();
+    if (outcome == PreferenceStorage::Outcome::Busy && !m_patience.hasExpired())
+        return m_nextTry.start();
+    m_nextTry.stop();
+    tell(outcome != PreferenceStorage::Outcome::Done);
+}
+
+void DefaultsStore::tell(bool failed)
+{
     if (failed && !m_writeFailed)
         logLine(u"The preferences cannot be saved; changes last until the program ends."_s);
     m_writeFailed = failed;

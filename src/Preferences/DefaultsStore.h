@@ -3,25 +3,28 @@
 
 #pragma once
 
-#include <QSettings>
-#include <QString>
-#include <QVariant>
+#include "Preferences/PreferenceStorage.h"
 
-#include <memory>
+#include <QDeadlineTimer>
+#include <QTimer>
 
 /// The user's preferences, in the place where the system keeps them. Nothing is cached: every read sees what
 /// another program wrote, every write reaches the disk at once and whole.
 ///
-/// The file holds the access token, so the file and its lock are readable and writable by the user alone from
-/// their first byte, and are made so when they are found wider. A store that cannot be written is told on
-/// standard output, once until it can be written again; the values meanwhile live on in memory.
+/// A store that cannot be written is told on standard output, once until it can be written again; the values meanwhile
+/// live on in memory. While another program is writing, ours follows within a second, or counts as one that failed.
 class DefaultsStore {
 public:
     DefaultsStore();
+    ~DefaultsStore();
+    Q_DISABLE_COPY_MOVE(DefaultsStore)
 
     /// The stored value, or an invalid one where the key is absent.
     QVariant value(const QString &key) const;
     void setValue(const QString &key, const QVariant &value);
+
+    /// Calls soon after what is stored may have changed, by whomever, while the returned object lives.
+    std::unique_ptr<QObject> watch(std::function<void()> changed) const;
 
     /// Reads and writes while it lives are one: they see the store as it was at its begin, and what was written
     /// reaches the disk at its end, together. Short, and without another one inside.
@@ -37,8 +40,12 @@ public:
 
 private:
     void save();
+    void trySaving();
+    void tell(bool failed);
 
-    std::unique_ptr<QSettings> m_settings;
+    std::unique_ptr<PreferenceStorage> m_storage;
+    QTimer m_nextTry;
+    QDeadlineTimer m_patience;
     bool m_inTransaction = false;
     bool m_writeFailed = false;
 };

@@ -3,22 +3,33 @@
 
 #pragma once
 
-#include <QSettings>
+#include <QObject>
+#include <QString>
 #include <QVariant>
 
+#include <functional>
 #include <memory>
 
-/// How the system keeps the preferences.
-namespace PreferenceStorage {
+/// How the system keeps the preferences of the program's own domain. Values are read from memory and set in memory;
+/// sync() brings memory and disk together.
+class PreferenceStorage {
+public:
+    enum class Outcome {
+        Done,   ///< memory and disk say the same
+        Busy,   ///< another program is writing; worth another try in a moment
+        Failed, ///< what was set cannot be stored
+    };
 
-/// The program's own domain.
-std::unique_ptr<QSettings> open();
+    static std::unique_ptr<PreferenceStorage> open();
+    virtual ~PreferenceStorage() = default;
 
-/// Brings memory and disk together. What it makes on disk is the user's alone from its first byte.
-void sync(QSettings &settings);
+    /// A text, a number or a flag; invalid where the key is absent or its value is of another kind.
+    virtual QVariant value(const QString &key) const = 0;
+    virtual void setValue(const QString &key, const QVariant &value) = 0;
 
-/// What is stored for a text, a number or a flag, and back. Invalid where what is stored is of another kind.
-QVariant stored(const QVariant &value);
-QVariant value(const QVariant &stored);
+    /// Sees what other programs wrote and stores what was set. Waits for nobody; what cannot be stored stays set.
+    virtual Outcome sync() = 0;
 
-} // namespace PreferenceStorage
+    /// Calls soon after what is stored may have changed, by whomever, while the returned object lives.
+    virtual std::unique_ptr<QObject> watch(std::function<void()> changed) const = 0;
+};

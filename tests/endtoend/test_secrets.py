@@ -202,7 +202,7 @@ def expect_private_files(stage, made, folders):
     expect([path for path, _ in ours if not path.startswith(tuple(map(str, folders)))], [], "Files made elsewhere")
     expect([(path, oct(mode)) for path, mode in ours if open_to_others(mode)], [], "Files open to others")
     folder = stage.preferences.path.parent
-    for path in (folder.parent, folder, stage.preferences.path, Path(f"{stage.preferences.path}.lock")):
+    for path in (folder.parent, folder, *(Path(f"{stage.preferences.path}{end}") for end in (".new", ".lock"))):
         expect(str(path) in dict(ours), True, f"Whether {path} was seen being made")
 
 

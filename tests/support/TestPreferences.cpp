@@ -12,13 +12,7 @@
 
 using namespace Qt::StringLiterals;
 
-TestPreferences::TestPreferences()
-{
-    // The second is also that of formats of the program's own.
-    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, m_directory.path());
-    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_directory.path());
-    QFile::link(u"."_s, m_directory.filePath(u"outside"_s));
-}
+TestPreferences::TestPreferences() { qputenv("XDG_CONFIG_HOME", QFile::encodeName(m_directory.path())); }
 
 TestPreferences::~TestPreferences() = default;
 
@@ -27,21 +21,23 @@ QString TestPreferences::fileName() const
     return m_directory.path() + u"/Vantelo/"_s + Deployment::domain() + u".conf"_s;
 }
 
-QString TestPreferences::outsideFileName() const
+QString TestPreferences::newNameForTheFile() const
 {
-    return m_directory.path() + u"/outside/Vantelo/"_s + Deployment::domain() + u".conf"_s;
+    const QString link = m_directory.filePath(u"outside "_s + QString::number(++m_names));
+    QFile::link(u"."_s, link);
+    return link + u"/Vantelo/"_s + Deployment::domain() + u".conf"_s;
 }
 
 void TestPreferences::write(const QString &key, const QVariant &value) const
 {
-    QSettings settings(outsideFileName(), QSettings::IniFormat);
+    QSettings settings(newNameForTheFile(), QSettings::IniFormat);
     settings.setValue(key, value);
     settings.sync();
 }
 
 QVariant TestPreferences::stored(const QString &key) const
 {
-    return QSettings(outsideFileName(), QSettings::IniFormat).value(key);
+    return QSettings(newNameForTheFile(), QSettings::IniFormat).value(key);
 }
 
 void TestPreferences::writeFile(const QByteArray &content) const

@@ -24,8 +24,9 @@ public:
     void writeFile(const QByteArray &content) const;
 
 private:
-    /// The same file by another name: within a process Qt shares what it knows of a file among all who name it alike.
-    QString outsideFileName() const;
+    /// What Qt knows of a file it keeps under its name, and takes a change within the same moment for none.
+    QString newNameForTheFile() const;
 
     QTemporaryDir m_directory;
+    mutable int m_names = 0;
 };

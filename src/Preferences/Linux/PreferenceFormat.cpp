@@ -5,19 +5,19 @@
 
 #include "Foundation/Log.h"
 
-#include <QFileDevice>
 #include <QRegularExpression>
 
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <utility>
 
 // The dialect of QSettings' own format for texts, numbers and flags, so that each reads the files of the other. That
-// format itself will not do: at a write it drops the lines that it cannot read; on a disk that is nearly full it
-// replaces the file by the part of it that had room; and it makes an object of whatever type a value names. Here
-// values stay as they stand until they are asked for, and lines that cannot be read stay, too.
+// format itself will not do: at a write it drops the lines that it cannot read, and it makes an object of whatever
+// type a value names. Here values stay as they stand until they are asked for, and lines that cannot be read stay, too.
 
 using namespace Qt::StringLiterals;
+using PreferenceFormat::Entries;
 
 namespace {
 
@@ -40,8 +40,6 @@ const QRegularExpression &readableLine()
 
 class Lines {
 public:
-    explicit Lines(QSettings::SettingsMap &map) : m_map(map) {}
-
     void read(const QByteArray &line)
     {
         const QByteArray text = line.trimmed();
@@ -54,9 +52,10 @@ public:
         if (!match.hasMatch() || !m_sectionIsReadable)
             keep(line, !text.startsWith(';'));
         else if (!match.captured(2).isEmpty())
-            m_map.insert(m_section + match.captured(2), match.captured(3).toLatin1());
+            m_entries.insert(m_section + match.captured(2), match.captured(3).toLatin1());
     }
 
+    const Entries &entries() const { return m_entries; }
     bool areReadable() const { return m_areReadable; }
 
 private:
@@ -70,36 +69,22 @@ private:
 
     void keep(const QByteArray &line, bool damaged)
     {
-        m_map.insert(otherLine + QString::number(m_map.size()).rightJustified(9, u'0'), line); // in their order
+        m_entries.insert(otherLine + QString::number(m_entries.size()).rightJustified(9, u'0'), line); // in their order
         m_areReadable = m_areReadable && !damaged;
     }
 
-    QSettings::SettingsMap &m_map;
+    Entries m_entries;
     QString m_section;
     bool m_sectionIsReadable = true;
     bool m_areReadable = true;
 };
 
-bool read(QIODevice &device, QSettings::SettingsMap &map)
-{
-    QByteArray content = device.readAll();
-    if (content.startsWith("\xEF\xBB\xBF")) // some editors put it there
-        content.remove(0, 3);
-    Lines lines(map);
-    const QList<QByteArray> all = content.replace('\r', '\n').split('\n');
-    for (const QByteArray &line : all)
-        lines.read(line);
-    if (!lines.areReadable())
-        logLine(u"Parts of the preference file cannot be read; they stay in it as they are."_s);
-    return true;
-}
-
 // Writing
 
-void writeEntries(QByteArray &content, const QSettings::SettingsMap &map, bool general)
+void writeEntries(QByteArray &content, const Entries &entries, bool general)
 {
     QString section;
-    for (auto entry = map.cbegin(); entry != map.cend(); ++entry) {
+    for (auto entry = entries.cbegin(); entry != entries.cend(); ++entry) {
         const qsizetype slash = entry.key().indexOf(u'/');
         if (entry.key().startsWith(otherLine) || general != (slash < 0))
             continue;
@@ -107,22 +92,8 @@ void writeEntries(QByteArray &content, const QSettings::SettingsMap &map, bool g
         if (name != section)
             content += (content.isEmpty() ? "[" : "\n[") + name.toLatin1() + "]\n";
         section = name;
-        content += entry.key().sliced(slash + 1).toLatin1() + '=' + entry->toByteArray() + '\n';
+        content += entry.key().sliced(slash + 1).toLatin1() + '=' + *entry + '\n';
     }
-}
-
-bool write(QIODevice &device, const QSettings::SettingsMap &map)
-{
-    QByteArray content;
-    writeEntries(content, map, true);
-    writeEntries(content, map, false);
-    for (auto line = map.cbegin(); line != map.cend(); ++line) {
-        if (line.key().startsWith(otherLine))
-            content += line->toByteArray() + '\n';
-    }
-    // Flushed here, because QSaveFile does not notice when the last part finds no room.
-    auto *const file = qobject_cast<QFileDevice *>(&device);
-    return device.write(content) == content.size() && file != nullptr && file->flush();
 }
 
 // Texts
@@ -210,16 +181,35 @@ std::optional<QString> textOf(const QByteArray &stored)
 
 } // namespace
 
-QSettings::Format PreferenceFormat::format()
+PreferenceFormat::Entries PreferenceFormat::entries(QByteArray content)
 {
-    static const QSettings::Format format = QSettings::registerFormat(u"conf"_s, &read, &write, Qt::CaseSensitive);
-    return format;
+    if (content.startsWith("\xEF\xBB\xBF")) // some editors put it there
+        content.remove(0, 3);
+    Lines lines;
+    const QList<QByteArray> all = content.replace('\r', '\n').split('\n');
+    for (const QByteArray &line : all)
+        lines.read(line);
+    if (!lines.areReadable())
+        logLine(u"Parts of the preference file cannot be read; they stay in it as they are."_s);
+    return lines.entries();
 }
 
-QVariant PreferenceFormat::stored(const QVariant &value) { return storedText(value.toString()); }
-
-QVariant PreferenceFormat::value(const QVariant &stored)
+QByteArray PreferenceFormat::content(const Entries &entries)
 {
-    const std::optional<QString> text = stored.isValid() ? textOf(stored.toByteArray()) : std::nullopt;
+    QByteArray content;
+    writeEntries(content, entries, true);
+    writeEntries(content, entries, false);
+    for (auto line = entries.cbegin(); line != entries.cend(); ++line) {
+        if (line.key().startsWith(otherLine))
+            content += *line + '\n';
+    }
+    return content;
+}
+
+QByteArray PreferenceFormat::stored(const QVariant &value) { return storedText(value.toString()); }
+
+QVariant PreferenceFormat::value(const QByteArray &stored)
+{
+    const std::optional<QString> text = textOf(stored);
     return text ? QVariant(*text) : QVariant();
 }

@@ -3,16 +3,23 @@
 
 #pragma once
 
-#include <QSettings>
+#include <QByteArray>
+#include <QMap>
+#include <QString>
 #include <QVariant>
 
 /// How the preference file is written.
 namespace PreferenceFormat {
 
-QSettings::Format format();
+/// Keys, behind a slash those of other sections, and what stands there for their values.
+using Entries = QMap<QString, QByteArray>;
 
-/// What the store keeps for a text, a number or a flag, and back. Nothing where what is kept is of another kind.
-QVariant stored(const QVariant &value);
-QVariant value(const QVariant &stored);
+/// A file's content, and back. Lines that cannot be read are kept, and told.
+Entries entries(QByteArray content);
+QByteArray content(const Entries &entries);
+
+/// What stands there for a text, a number or a flag, and back. Invalid where what stands there is of another kind.
+QByteArray stored(const QVariant &value);
+QVariant value(const QByteArray &stored);
 
 } // namespace PreferenceFormat

@@ -8,7 +8,7 @@
 #include "App/VanteloApp.h"
 #include "Controls/Windows/Alert.h"
 #include "Foundation/Task.h"
-#include "Preferences/PreferenceStorage.h"
+#include "Preferences/Linux/PreferenceFile.h"
 #include "State/AppState.h"
 #include "TestClock.h"
 #include "TestDeployment.h"
@@ -57,6 +57,9 @@ QString nameOf(const MonitorStatus &status)
         [](MonitorStatus::Ok) { return u"ok"_s; }, [](MonitorStatus::Stale) { return u"stale"_s; },
         [](MonitorStatus::NoConfig) { return u"noConfig"_s; });
 }
+
+/// The preferences as the program knows them.
+const PreferenceStorage *memory = nullptr;
 
 class Watched : public QObject {
     Q_OBJECT
@@ -134,8 +137,6 @@ private:
     void launch()
     {
         m_state = AppState::create();
-        m_memory = PreferenceStorage::open();
-        m_memory->setFallbacksEnabled(false);
         connect(m_state.get(), &AppState::objectWillChange, this, &Watched::dieIfDue);
         report(); // how the program stands before its first refresh
         // The start-up begins on the next turn of the event loop.
@@ -188,16 +189,14 @@ private:
         std::fflush(stdout);
     }
 
-    /// As the program last saw or left it. Asks neither the disk nor the program's own store, so that looking
-    /// changes nothing.
-    QJsonValue remembered(const QString &key) const
+    /// As the program last saw or left it. Does not ask the disk, so looking changes nothing.
+    static QJsonValue remembered(const QString &key)
     {
-        const QVariant value = PreferenceStorage::value(m_memory->value(key));
-        return value.canConvert<QString>() ? QJsonValue(value.toString()) : QJsonValue();
+        const QVariant value = memory->value(key);
+        return value.isValid() ? QJsonValue(value.toString()) : QJsonValue();
     }
 
     TimeGate m_gate;
-    std::unique_ptr<QSettings> m_memory;
     QSocketNotifier m_commands{STDIN_FILENO, QSocketNotifier::Read};
     QByteArray m_received;
     std::shared_ptr<AppState> m_state;
@@ -208,6 +207,14 @@ private:
 };
 
 } // namespace
+
+std::unique_ptr<PreferenceStorage> PreferenceStorage::open()
+{
+    auto file =
+        std::make_unique<PreferenceFile>(qEnvironmentVariable("XDG_CONFIG_HOME") + u"/Vantelo/Vantelo Test.conf"_s);
+    memory = file.get();
+    return file;
+}
 
 int main(int argc, char **argv)
 {

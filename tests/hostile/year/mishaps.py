@@ -40,11 +40,9 @@ def _state(harm, heal, writable=True):
 
 
 def _unreadable(change):
-    """What the program has read it keeps, unless the file has changed since."""
+    """What the program has read it keeps."""
     def happen(year):
         change(year)
-        if year.store.known is not year.store.file:
-            year.store.known = {}
         year.file.set_mode(0)
         year.store.readable = year.store.writable = False
         yield

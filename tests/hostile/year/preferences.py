@@ -2,11 +2,12 @@
 # SPDX-License-Identifier: MIT
 """The preference file as other programs see it, and what they, the user and the disk do to it."""
 
-import itertools
+import collections
 import os
 import re
 import shutil
 import subprocess
+import time
 
 LIST = ("a list",)  # how a value with a bare comma reads: of no kind that anybody asks for
 
@@ -17,9 +18,9 @@ class PreferenceFile:
         self._disk = disk
         self.folder = disk / "config" / "Vantelo"
         self.path = self.folder / "Vantelo Test.conf"
+        self._lock = self.folder / "Vantelo Test.conf.lock"
         self._ballast = disk / "ballast"
-        self._instants = itertools.count(1)
-        self.left_over = 0  # unfinished files of killed programs
+        self.left_over = collections.Counter()  # of killed programs
 
     # Reading
 
@@ -49,12 +50,15 @@ class PreferenceFile:
         return [str(path) for path in [self.folder, *self.folder.glob("*")] 
                 if path.exists() and path.stat().st_mode & 0o077]
 
-    def clear_left_over(self):
-        """Removes what a killed program left of its last write, and says whether it left anything."""
-        files = [path for path in self.folder.glob("*") if path != self.path]
-        for path in files:
-            path.unlink()
-        self.left_over += sum(path.suffix != ".lock" for path in files)
+    def beside(self):
+        """What a killed program left of its last write."""
+        return [path.name for path in self.folder.glob("*") if path != self.path]
+
+    def count_left_over(self):
+        self.left_over.update(self.beside())
+        if self._lock.exists() and not self._lock.read_bytes():
+            # Nobody starts a program again within the half second in which this may be a lock that is being made.
+            os.utime(self._lock, (time.time() - 1, time.time() - 1))
 
     # Writing
 
@@ -62,9 +66,6 @@ class PreferenceFile:
         self.folder.mkdir(mode=0o700, parents=True, exist_ok=True)
         self.path.write_bytes(content)
         self.path.chmod(0o600)
-        # Two writes within the same tick of the kernel's clock would bear the same time. Users are slower.
-        instant = 1_000_000_000 + next(self._instants)
-        os.utime(self.path, (instant, instant))
 
     def write_values(self, values):
         self.write(b"[General]\n" + b"".join(_line(key, value) for key, value in sorted(values.items())))

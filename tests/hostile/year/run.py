@@ -63,7 +63,7 @@ def parse_arguments():
 
 def print_tally(year, seconds):
     print(f"{year.watch.commands} steps compared in {seconds:.0f} s, {year.program.lives} lives, "
-          f"{year.service.repeated} requests repeated, {year.file.left_over} unfinished files left by kills")
+          f"{year.service.repeated} requests repeated, left by kills: {dict(year.file.left_over)}")
     print(f"{refused_connections()} connections refused")
     for name, count in sorted(year.happened.items()):
         print(f"  {count:6} {name}")

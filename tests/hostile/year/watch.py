@@ -178,7 +178,7 @@ class Watch:
         if not steps:
             raise Divergence(f"after a death the preferences are\n  {found}\nand were, in this order,\n  {possible}")
         require(self.file.wider_than_the_user(), [], "others can read or write")
-        self.file.clear_left_over()
+        self.file.count_left_over()
         self.model.store.replace(self.file)
         self.model.log.clear()
         self.model.alerts.clear()
@@ -202,6 +202,9 @@ class Watch:
         require(self.service.missing(), [], "fetches never made")
         require(comparable(self.file.values()), comparable(self.model.store.file), "the preference file")
         require(self.file.wider_than_the_user(), [], "others can read or write")
+        if self.model.store.history:  # something was written
+            require(self.file.beside(), [], "left beside the preferences")
+            self.model.store.history.clear()
 
     def _compare(self, expected):
         report, log = self.program.next_report()
