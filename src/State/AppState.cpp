@@ -40,6 +40,11 @@ void AppState::setAdAccountId(const QString &accountId) { store(m_adAccountId, a
 
 void AppState::setStaleThresholdMinutes(std::int64_t minutes) { store(m_staleThresholdMinutes, minutes); }
 
+std::unique_ptr<QObject> AppState::watchPreferences()
+{
+    return m_defaults.watch([this] { Q_EMIT objectWillChange(); });
+}
+
 bool AppState::hasCredentials() const { return !accessToken().isEmpty() && !adAccountId().isEmpty(); }
 
 QString AppState::menuBarText() const

@@ -38,6 +38,8 @@ public:
     /// Minutes without a rise of the impressions before the account counts as stale; used as stored.
     std::int64_t staleThresholdMinutes() const { return m_staleThresholdMinutes.get(); }
     void setStaleThresholdMinutes(std::int64_t minutes);
+    /// What other programs write to the preferences is announced too, while the returned object lives.
+    std::unique_ptr<QObject> watchPreferences();
 
     // Published, in memory only
     const TodayStats &today() const { return m_today; }

@@ -5,6 +5,7 @@
 
 #include "Controls/Fields/ProgressButton.h"
 #include "Controls/Fields/Stepper.h"
+#include "Controls/Fields/StoredText.h"
 #include "Controls/Fields/TokenField.h"
 #include "Controls/Labels/ResultRow.h"
 #include "Controls/Labels/TextLabel.h"
@@ -72,7 +73,10 @@ QCoro::Task<> testConnection(std::shared_ptr<AppState> appState, std::function<v
 
 } // namespace
 
-SettingsView::SettingsView(std::shared_ptr<AppState> appState) : m_appState(std::move(appState))
+SettingsView::SettingsView(std::shared_ptr<AppState> appState)
+    : m_appState(std::move(appState)),
+      m_watch(m_appState->watchPreferences()), // before the first look, so that nothing is missed
+      m_shownThreshold(m_appState->staleThresholdMinutes())
 {
     setMinimumSize(460, 560);
     m_failure = new ResultRow(u"xmark.circle.fill"_s, Theme::Ink::Red, 4);
@@ -111,12 +115,15 @@ QWidget *SettingsView::credentials()
 {
     auto *const token = new TokenField;
     token->setPlaceholderText(u"EAxxxxxxxxxx..."_s);
-    token->setText(m_appState->accessToken());
-    connect(token, &QLineEdit::textChanged, m_appState.get(), &AppState::setAccessToken);
+    m_token = new StoredText(
+        token, [this] { return m_appState->accessToken(); },
+        [this](const QString &text) { m_appState->setAccessToken(text); });
 
-    auto *const accountId = new QLineEdit(m_appState->adAccountId());
+    auto *const accountId = new QLineEdit;
     accountId->setPlaceholderText(u"act_123456789 or 123456789"_s);
-    connect(accountId, &QLineEdit::textChanged, m_appState.get(), &AppState::setAdAccountId);
+    m_accountId = new StoredText(
+        accountId, [this] { return m_appState->adAccountId(); },
+        [this](const QString &text) { m_appState->setAdAccountId(text); });
 
     auto *const box = new QGroupBox(u"API Credentials"_s);
     auto *const column = stack<QVBoxLayout>(box, 12, 8);
@@ -128,17 +135,16 @@ QWidget *SettingsView::credentials()
 QWidget *SettingsView::preferences()
 {
     const QString caption = u"Stale threshold (minutes)"_s;
-    auto *const stepper =
-        new Stepper(caption, {.lowest = 5, .highest = 60, .step = 5}, m_appState->staleThresholdMinutes());
-    connect(stepper, &Stepper::stepped, m_appState.get(), &AppState::setStaleThresholdMinutes);
+    m_threshold = new Stepper(caption, {.lowest = 5, .highest = 60, .step = 5}, m_shownThreshold);
+    connect(m_threshold, &Stepper::stepped, this, &SettingsView::storeThreshold);
     auto *const label = new TextLabel(caption);
-    label->setBuddy(stepper);
+    label->setBuddy(m_threshold);
 
     auto *const box = new QGroupBox(u"Preferences"_s);
     auto *const row = stack<QHBoxLayout>(nullptr, 8);
     row->addWidget(label);
     row->addStretch();
-    row->addWidget(stepper);
+    row->addWidget(m_threshold);
     stack<QVBoxLayout>(box, 12, 8)->addLayout(row);
     return box;
 }
@@ -171,8 +177,24 @@ QWidget *SettingsView::footer()
     return footer;
 }
 
+void SettingsView::showStored()
+{
+    m_token->catchUp();
+    m_accountId->catchUp();
+    m_shownThreshold = m_appState->staleThresholdMinutes();
+    m_threshold->setValue(m_shownThreshold);
+}
+
+void SettingsView::storeThreshold(std::int64_t minutes)
+{
+    if (m_appState->staleThresholdMinutes() == m_shownThreshold) // else the step was one from another number
+        m_appState->setStaleThresholdMinutes(minutes);
+    showStored();
+}
+
 void SettingsView::startTest()
 {
+    showStored(); // what is tested is on the screen
     m_isTesting = true;
     m_failure->hide();
     m_success->hide();
@@ -196,6 +218,13 @@ void SettingsView::finishTest(const std::optional<QString> &failure)
         m_failure->announce(*failure);
     else
         m_success->announce(u"Connected successfully!"_s);
+}
+
+bool SettingsView::event(QEvent *event)
+{
+    if (event->type() == QEvent::WindowActivate)
+        refreshSoon();
+    return QWidget::event(event);
 }
 
 void SettingsView::changeEvent(QEvent *event)
@@ -225,6 +254,7 @@ void SettingsView::refreshSoon()
 void SettingsView::refresh()
 {
     m_refreshPending = false;
+    showStored();
     m_testButton->setText(m_isTesting ? u"Testing…"_s : u"Test Connection"_s);
     m_testButton->setSpinning(m_isTesting);
     m_testButton->setEnabled(!m_isTesting && m_appState->hasCredentials());

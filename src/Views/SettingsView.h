@@ -6,6 +6,7 @@
 #include <QCoroTask>
 #include <QWidget>
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 
@@ -14,9 +15,11 @@ class ProgressButton;
 class QLineEdit;
 class ResultRow;
 class Stepper;
+class StoredText;
 class TextLabel;
 
-/// The form of the Settings window. Every edit is stored the moment it is made, exactly as it was typed.
+/// The form of the Settings window. Every edit is stored the moment it is made, exactly as it was typed; what others
+/// store appears.
 class SettingsView : public QWidget {
     Q_OBJECT
 
@@ -24,6 +27,7 @@ public:
     explicit SettingsView(std::shared_ptr<AppState> appState);
 
 protected:
+    bool event(QEvent *event) override;
     void changeEvent(QEvent *event) override;
 
 private:
@@ -33,6 +37,8 @@ private:
     QWidget *buttons();
     QWidget *footer();
 
+    void showStored();
+    void storeThreshold(std::int64_t minutes);
     void startTest();
     void finishTest(const std::optional<QString> &failure);
     void recolourPlaceholders();
@@ -40,6 +46,11 @@ private:
     void refresh();
 
     std::shared_ptr<AppState> m_appState;
+    std::unique_ptr<QObject> m_watch; ///< over what is stored; there is none while no view shows it
+    StoredText *m_token = nullptr;
+    StoredText *m_accountId = nullptr;
+    Stepper *m_threshold = nullptr;
+    std::int64_t m_shownThreshold;
     ProgressButton *m_testButton = nullptr;
     ResultRow *m_failure = nullptr;
     ResultRow *m_success = nullptr;

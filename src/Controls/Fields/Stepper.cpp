@@ -97,9 +97,16 @@ void Stepper::moveBy(std::int64_t direction)
     const std::int64_t next = std::clamp(near + direction * m_range.step, m_range.lowest, m_range.highest);
     if (next == m_value)
         return;
-    m_value = next;
-    m_label->setText(QString::number(next));
-    QAccessibleValueChangeEvent changed(this, qlonglong{next});
-    QAccessible::updateAccessibility(&changed);
+    setValue(next);
     Q_EMIT stepped(next);
+}
+
+void Stepper::setValue(std::int64_t value)
+{
+    if (value == m_value)
+        return;
+    m_value = value;
+    m_label->setText(QString::number(value));
+    QAccessibleValueChangeEvent changed(this, qlonglong{value});
+    QAccessible::updateAccessibility(&changed);
 }

@@ -25,6 +25,8 @@ public:
     Stepper(const QString &name, Range range, std::int64_t value);
 
     std::int64_t value() const { return m_value; }
+    /// Not a step of the user's.
+    void setValue(std::int64_t value);
     const Range &range() const { return m_range; }
 
 Q_SIGNALS:
