@@ -2,7 +2,6 @@
 # SPDX-License-Identifier: MIT
 """The preference file as other programs see it, and what they, the user and the disk do to it."""
 
-import collections
 import os
 import re
 import shutil
@@ -20,7 +19,6 @@ class PreferenceFile:
         self.path = self.folder / "Vantelo Test.conf"
         self._lock = self.folder / "Vantelo Test.conf.lock"
         self._ballast = disk / "ballast"
-        self.left_over = collections.Counter()  # of killed programs
 
     # Reading
 
@@ -54,10 +52,15 @@ class PreferenceFile:
         """What a killed program left of its last write."""
         return [path.name for path in self.folder.glob("*") if path != self.path]
 
-    def count_left_over(self):
-        self.left_over.update(self.beside())
-        if self._lock.exists() and not self._lock.read_bytes():
-            # Nobody starts a program again within the half second in which this may be a lock that is being made.
+    def leave_over(self, ending, content):
+        """Puts it there as a kill at the right moment would."""
+        self.folder.mkdir(mode=0o700, parents=True, exist_ok=True)
+        self.path.with_name(self.path.name + ending).write_bytes(content)
+        self.path.with_name(self.path.name + ending).chmod(0o600)
+
+    def let_time_pass(self):
+        """Nobody starts a program again within the half second in which an empty lock may be one that is being made."""
+        if self._lock.exists():
             os.utime(self._lock, (time.time() - 1, time.time() - 1))
 
     # Writing

@@ -22,7 +22,7 @@ from program import Ended, Hanging
 from service import Unasked, refused_connections
 from sleeps import SLEEPS
 from watch import Divergence
-from year import BETWEEN_POLLS, DEATHS, SECRET, Year
+from year import BETWEEN_POLLS, DEATHS, LEFT_OVER, SECRET, Year
 
 OF_THE_PLATFORM = "This plugin does not support propagateSizeHints()"  # Qt's offscreen one, at every alert
 OCCASIONS = ["refresh", "test", "tick and refresh at once", "tick with an edit amid",
@@ -63,7 +63,7 @@ def parse_arguments():
 
 def print_tally(year, seconds):
     print(f"{year.watch.commands} steps compared in {seconds:.0f} s, {year.program.lives} lives, "
-          f"{year.service.repeated} requests repeated, left by kills: {dict(year.file.left_over)}")
+          f"{year.service.repeated} requests repeated")
     print(f"{refused_connections()} connections refused")
     for name, count in sorted(year.happened.items()):
         print(f"  {count:6} {name}")
@@ -113,7 +113,7 @@ def missed(year):
         for kind in kinds:
             if not year.service.given[preset, kind]:
                 yield f"never happened: {kind} ({preset})"
-    for name in [*MISHAPS, *SLEEPS, *(f"killed {death}" for death in DEATHS), *OCCASIONS]:
+    for name in [*MISHAPS, *SLEEPS, *(f"killed {death}" for death in DEATHS), *LEFT_OVER, *OCCASIONS]:
         if not year.happened[name]:
             yield f"never happened: {name}"
 

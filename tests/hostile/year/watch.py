@@ -178,8 +178,8 @@ class Watch:
         if not steps:
             raise Divergence(f"after a death the preferences are\n  {found}\nand were, in this order,\n  {possible}")
         require(self.file.wider_than_the_user(), [], "others can read or write")
-        self.file.count_left_over()
         self.model.store.replace(self.file)
+        self.model.store.history.clear()
         self.model.log.clear()
         self.model.alerts.clear()
         return f"{steps[-1]} of {len(possible) - 1} writes done"

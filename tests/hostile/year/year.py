@@ -50,6 +50,13 @@ DEATHS = {
     "while storing an edit": Death("accessToken", most_seconds=0.002),
 }
 
+# What a kill in the middle of a write leaves beside the file. Most kills come a moment too early or too late for it.
+LEFT_OVER = {
+    "left over: an empty lock": (".lock", b""),
+    "left over: a lock": (".lock", b"4194305\nvantelo\nhost\n"),
+    "left over: part of a file": (".new", b"[General]\naccessTok"),
+}
+
 
 class Year:
     def __init__(self, binary, disk, seed, polls):
@@ -63,6 +70,7 @@ class Year:
                                              ("feed", replies.FEED_KINDS)]}
         self._mishaps, self._deaths = Deck(MISHAPS, self.dice), Deck([*DEATHS, *["at a change"] * 3], self.dice)
         self._sleeps = Deck(SLEEPS, self.dice)
+        self._left_over = Deck(LEFT_OVER, self.dice)
         self._changes_to_live = Deck(range(1, 6), self.dice)
         self._faulty = set()  # the presets whose fetches are to go wrong
         self._faults = {}  # and what went wrong with them
@@ -232,6 +240,10 @@ class Year:
             self._doing = f"killed {name}"
             how_far = self._die_amid(DEATHS[name])
             self.happened[f"{self._doing}: {how_far}"] += 1
+            left_over = self._left_over.deal()
+            self.happened[left_over] += 1
+            self.file.leave_over(*LEFT_OVER[left_over])
+        self.file.let_time_pass()
         self.now += self.dice.randrange(1, 900_000) / 1000
         self._launch()
 
