@@ -9,6 +9,7 @@
 #include <QInputMethodEvent>
 #include <QProcess>
 #include <QSignalSpy>
+#include <QTimer>
 
 /// What other programs do to the preference file while the Settings window is open.
 class StoredValuesTest : public SettingsFixture {
@@ -57,6 +58,18 @@ private Q_SLOTS:
             run(uR"(printf "$2" > "$1.draft" && mv "$1.draft" "$1")"_s, target, "[General]\\nadAccountId=" + account);
             QTRY_COMPARE(accountField()->text(), QString::fromLatin1(account));
         }
+    }
+
+    void aFileThatIsBeingWrittenInPlaceDoesNotClearTheForm()
+    {
+        m_preferences->writeFile(stored);
+        open();
+        QCoreApplication::processEvents(); // what the opening has left to do
+        const QSignalSpy changes(accountField(), &QLineEdit::textChanged);
+        m_preferences->writeFile({});
+        QTimer::singleShot(20ms, this, [this] { m_preferences->writeFile("[General]\nadAccountId=act_2\n"); });
+        QTRY_COMPARE(accountField()->text(), u"act_2"_s);
+        QCOMPARE(changes.size(), 1);
     }
 
     void everyChangeOfManyIsSeenInTheEnd()
@@ -208,6 +221,18 @@ private Q_SLOTS:
         QFETCH(const QString, expected);
         QTRY_COMPARE(accountField()->text(), expected);
         QCOMPARE(m_preferences->stored(u"adAccountId"_s), accountField()->text());
+    }
+
+    void whatAnInputMethodLeftBehindHoldsNothingUp()
+    {
+        m_preferences->writeFile(stored);
+        open();
+        accountField()->setFocus();
+        QInputMethodEvent composing(u"jiu"_s, {});
+        QCoreApplication::sendEvent(accountField(), &composing);
+        tokenField()->setFocus();
+        m_preferences->write(u"adAccountId"_s, u"act_777"_s);
+        QTRY_COMPARE(accountField()->text(), u"act_777"_s);
     }
 
     void aTestIsOfTheAccountOnTheScreen()
