@@ -117,10 +117,19 @@ private Q_SLOTS:
         QCOMPARE(content(), "[General]\ntext=new\n"_ba);
     }
 
+    void othersFindOurLock_data()
+    {
+        QTest::addColumn<QByteArray>("leftOver");
+        QTest::newRow("a new one") << QByteArray();
+        QTest::newRow("one taken over") << "4194305\nvantelo\n"_ba + hostName() + "\nand more lines than we write"_ba;
+    }
+
     void othersFindOurLock()
     {
+        QFETCH(const QByteArray, leftOver);
         QDir().mkpath(QFileInfo(m_preferences->fileName()).path());
-        leaveLock("4194305\nvantelo\n" + hostName() + "\n and more lines than we write\n", 0);
+        if (!leftOver.isEmpty())
+            leaveLock(leftOver, 0);
         {
             const FileLock ours(lockName());
             QLockFile theirs(lockName());
@@ -132,6 +141,8 @@ private Q_SLOTS:
             QVERIFY(theirs.getLockInfo(&process, &machine, &program));
             QCOMPARE(process, QCoreApplication::applicationPid());
             QCOMPARE(machine, QSysInfo::machineHostName());
+            QFile file(lockName());
+            QVERIFY(file.open(QIODevice::ReadOnly) && file.readAll().endsWith('\n' + hostName() + '\n'));
             QCOMPARE(QFileInfo(program).fileName(), u"PreferenceLockTest"_s);
         }
         QVERIFY(QLockFile(lockName()).tryLock());

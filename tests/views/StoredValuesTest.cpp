@@ -39,11 +39,24 @@ private Q_SLOTS:
         if (!before.isEmpty())
             m_preferences->writeFile(before);
         open();
+        QCoreApplication::processEvents(); // what the opening has left to do
         changeFile(change, "[General]\\naccessToken=EAnew\\nadAccountId=act_2\\nstaleThresholdMinutes=25\\n"_ba);
         QTRY_COMPARE(accountField()->text(), u"act_2"_s);
         QCOMPARE(tokenField()->text(), u"EAnew"_s);
         QCOMPARE(threshold(), u"25"_s);
         QVERIFY(testButton()->isEnabled());
+    }
+
+    void aFileThatWasReplacedIsWatchedOn()
+    {
+        m_preferences->writeFile(stored);
+        open();
+        for (int account = 2; account < 6; ++account) {
+            changeFile(account % 2 == 0 ? u"printf \"$2\" > \"$1.draft\" && mv \"$1.draft\" \"$1\""_s
+                                        : u"printf \"$2\" > \"$1\""_s,
+                "[General]\\nadAccountId=" + QByteArray::number(account));
+            QTRY_COMPARE(accountField()->text(), QString::number(account));
+        }
     }
 
     void whatIsStoredBehindALinkAppearsEachTime()

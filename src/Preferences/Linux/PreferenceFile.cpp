@@ -34,7 +34,7 @@ PreferenceStorage::Outcome PreferenceFile::sync()
     }
     PrivateFile::makeFolder(m_path);
     const FileLock lock(m_path + u".lock"_s);
-    const bool isReadable = read();
+    const bool isReadable = read(); // as nobody else can change it any more
     if (lock.state() == FileLock::State::Taken)
         return Outcome::Busy;
     return lock.state() == FileLock::State::Held && isReadable && write() ? Outcome::Done : Outcome::Failed;

@@ -46,7 +46,6 @@ QStringList PreferenceWatch::places() const
         folder = QFileInfo(folder).path();
     QStringList places{folder};
     if (const QString target = QFileInfo(m_path).canonicalFilePath(); !target.isEmpty())
-        places << target << QFileInfo(target).path();
-    places.removeDuplicates();
+        places << target;
     return places;
 }

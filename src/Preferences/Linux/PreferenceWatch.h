@@ -9,7 +9,7 @@
 #include <functional>
 
 /// Tells that the preference file may have changed: written in place, replaced, removed or made, or its folder, or the
-/// file that it links to. The kernel is asked only while this lives.
+/// file that it leads to. The kernel is asked only while this lives.
 class PreferenceWatch : public QObject {
     Q_OBJECT
 

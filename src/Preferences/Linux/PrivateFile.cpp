@@ -73,7 +73,7 @@ std::optional<QByteArray> PrivateFile::read(const QString &path)
     // What is no file, a pipe for one, must not be waited for.
     const int descriptor = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     if (descriptor < 0)
-        return errno == ENOENT || errno == ENOTDIR ? std::optional(QByteArray()) : std::nullopt;
+        return errno == ENOENT ? std::optional(QByteArray()) : std::nullopt;
     std::optional content = contentOf(descriptor);
     ::close(descriptor);
     return content;
