@@ -194,13 +194,12 @@ void SettingsView::storeThreshold(std::int64_t minutes)
 
 void SettingsView::startTest()
 {
-    showStored(); // what is tested is on the screen
     m_isTesting = true;
     m_failure->hide();
     m_success->hide();
     // The focus would move on from the disabled button, to the guide's; a second press is to do nothing.
     m_testButton->clearFocus();
-    refresh();
+    refresh(); // so that what is tested is what is on the screen
     const QPointer<SettingsView> view(this);
     Task::start(testConnection(m_appState, [view](const std::optional<QString> &failure) {
         if (view)

@@ -121,7 +121,7 @@ private Q_SLOTS:
     {
         QTest::addColumn<QByteArray>("leftOver");
         QTest::newRow("a new one") << QByteArray();
-        QTest::newRow("one taken over") << "4194305\nvantelo\n"_ba + hostName() + "\nand more lines than we write"_ba;
+        QTest::newRow("one taken over") << "4194305\nvantelo\n"_ba + hostName() + "\n"_ba + QByteArray(500, 'x');
     }
 
     void othersFindOurLock()
