@@ -50,7 +50,7 @@ def start_with_alert(stage):
     """A newer release is announced. Qt's own log tells when the alert's window has been drawn."""
     stage.website.answer = release("999.0")
     program = stage.start(QT_LOGGING_RULES="qt.widgets.painting=true")
-    wait_until(lambda: re.search(r"Flushing .* of QMessageBox", program.output), "the alert's window")
+    wait_until(lambda: re.search(r"Flushing .* of AlertBox", program.output), "the alert's window")
     stage.panel.wait_for_title("🟢 12,345")
     stage.panel.wait_for_rows(figure_rows())
     stage.website.answer = release("0.0.1")

@@ -10,11 +10,16 @@
 #include "OutputCapture.h"
 #include "TestDeployment.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QDesktopServices>
-#include <QMessageBox>
+#include <QDialog>
+#include <QLabel>
 #include <QPushButton>
+#include <QStyle>
 #include <QTest>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -24,25 +29,44 @@ namespace {
 
 const QString downloadAddress = u"https://vantelo.example/download"_s;
 
-QList<QMessageBox *> openAlerts()
+QList<QDialog *> openAlerts()
 {
-    QList<QMessageBox *> alerts;
+    QList<QDialog *> alerts;
     const auto widgets = QApplication::topLevelWidgets();
     for (QWidget *widget : widgets) {
-        auto *const alert = qobject_cast<QMessageBox *>(widget);
+        auto *const alert = qobject_cast<QDialog *>(widget);
         if (alert && alert->isVisible())
             alerts << alert;
     }
     return alerts;
 }
 
-QStringList buttonTexts(const QMessageBox &alert)
+/// What a screen reader says of the alert.
+QString spoken(QDialog *alert, QAccessible::Text kind)
+{
+    return QAccessible::queryAccessibleInterface(alert)->text(kind);
+}
+
+QString messageText(QDialog *alert) { return spoken(alert, QAccessible::Name); }
+
+QString informativeText(QDialog *alert) { return spoken(alert, QAccessible::Description); }
+
+QStringList buttonTexts(const QDialog *alert)
 {
     QStringList texts;
-    const auto buttons = alert.buttons();
-    for (QAbstractButton *button : buttons)
+    const auto buttons = alert->findChildren<QPushButton *>();
+    for (const QPushButton *button : buttons)
         texts << button->text();
     return texts;
+}
+
+bool showsIcon(const QDialog *alert, QStyle::StandardPixmap icon)
+{
+    const QPixmap wanted = QApplication::style()->standardIcon(icon).pixmap(
+        QApplication::style()->pixelMetric(QStyle::PM_MessageBoxIconSize));
+    const auto labels = alert->findChildren<QLabel *>();
+    return std::any_of(labels.begin(), labels.end(),
+        [&](const QLabel *label) { return label->pixmap(Qt::ReturnByValue).toImage() == wanted.toImage(); });
 }
 
 QByteArray feed(const QByteArray &version)
@@ -97,11 +121,11 @@ private Q_SLOTS:
         QFETCH(const bool, silent);
         serve(feed("1.3.0"));
         check(silent);
-        const QMessageBox &alert = *awaitAlert();
-        QCOMPARE(alert.text(), u"New Update Available"_s);
+        QDialog *const alert = awaitAlert();
+        QCOMPARE(messageText(alert), u"New Update Available"_s);
         // Without release notes the two line breaks stay.
-        QCOMPARE(alert.informativeText(), u"Version 1.3.0 is now available. Would you like to download it now?\n\n"_s);
-        QCOMPARE(alert.icon(), QMessageBox::Information);
+        QCOMPARE(informativeText(alert), u"Version 1.3.0 is now available. Would you like to download it now?\n\n"_s);
+        QVERIFY(showsIcon(alert, QStyle::SP_MessageBoxInformation));
         QCOMPARE(buttonTexts(alert), QStringList({u"Download Now"_s, u"Later"_s}));
     }
 
@@ -109,10 +133,9 @@ private Q_SLOTS:
     {
         serve(json("{'version': '9', 'download_url': 'x', 'release_notes': 'Fixes & <b>more</b>'}"));
         check(false);
-        const QMessageBox &alert = *awaitAlert();
-        QCOMPARE(alert.informativeText(),
+        QDialog *const alert = awaitAlert();
+        QCOMPARE(informativeText(alert),
             u"Version 9 is now available. Would you like to download it now?\n\nFixes & <b>more</b>"_s);
-        QCOMPARE(alert.textFormat(), Qt::PlainText);
     }
 
     void alertsAreApplicationModal()
@@ -159,7 +182,7 @@ private Q_SLOTS:
         QFETCH(const bool, byEscape);
         serve(feed("1.3.0"));
         check(false);
-        QMessageBox *const alert = awaitAlert();
+        QDialog *const alert = awaitAlert();
         if (byEscape)
             QTest::keyClick(alert, Qt::Key_Escape);
         else
@@ -189,10 +212,10 @@ private Q_SLOTS:
     {
         serve(feed("1.2.0"));
         check(false);
-        const QMessageBox &alert = *awaitAlert();
-        QCOMPARE(alert.text(), u"You're Up to Date"_s);
-        QCOMPARE(alert.informativeText(), u"You are currently running the latest version of Vantelo."_s);
-        QCOMPARE(alert.icon(), QMessageBox::Information);
+        QDialog *const alert = awaitAlert();
+        QCOMPARE(messageText(alert), u"You're Up to Date"_s);
+        QCOMPARE(informativeText(alert), u"You are currently running the latest version of Vantelo."_s);
+        QVERIFY(showsIcon(alert, QStyle::SP_MessageBoxInformation));
         QCOMPARE(buttonTexts(alert), QStringList({u"OK"_s}));
     }
 
@@ -211,10 +234,10 @@ private Q_SLOTS:
         m_service->answerAll(Reply::reset());
         OutputCapture output;
         check(false);
-        const QMessageBox &alert = *awaitAlert();
-        QCOMPARE(alert.text(), u"Update Check Failed"_s);
-        QCOMPARE(alert.informativeText(), u"Could not check for updates: The connection was lost."_s);
-        QCOMPARE(alert.icon(), QMessageBox::Warning);
+        QDialog *const alert = awaitAlert();
+        QCOMPARE(messageText(alert), u"Update Check Failed"_s);
+        QCOMPARE(informativeText(alert), u"Could not check for updates: The connection was lost."_s);
+        QVERIFY(showsIcon(alert, QStyle::SP_MessageBoxWarning));
         QCOMPARE(buttonTexts(alert), QStringList({u"OK"_s}));
         QCOMPARE(output.diagnostics(), "Vantelo: Failed to check for updates - The connection was lost.\n"_ba);
     }
@@ -247,14 +270,14 @@ private Q_SLOTS:
         QFETCH(const QString, description);
         serve(body);
         check(false);
-        QCOMPARE(awaitAlert()->informativeText(), u"Could not check for updates: "_s + description);
+        QCOMPARE(informativeText(awaitAlert()), u"Could not check for updates: "_s + description);
     }
 
     void theStatusOfTheFeedNeverDecides()
     {
         m_service->answerAll(Reply::whole(feed("1.3.0"), 404));
         check(true);
-        QCOMPARE(awaitAlert()->text(), u"New Update Available"_s);
+        QCOMPARE(messageText(awaitAlert()), u"New Update Available"_s);
     }
 
     void aProgramWithoutVersionCountsAsZero()
@@ -262,7 +285,7 @@ private Q_SLOTS:
         QApplication::setApplicationVersion(QString());
         serve(feed("0.0.1"));
         check(true);
-        QCOMPARE(awaitAlert()->text(), u"New Update Available"_s);
+        QCOMPARE(messageText(awaitAlert()), u"New Update Available"_s);
     }
 
     void overlappingChecksShowTheirOwnAlerts()
@@ -313,7 +336,7 @@ private:
     void serve(const QByteArray &body) { m_service->answerAll(Reply::whole(body)); }
     void check(bool silent) { Task::start(UpdateManager::shared().checkForUpdates(silent)); }
 
-    QMessageBox *awaitAlert()
+    QDialog *awaitAlert()
     {
         if (!QTest::qWaitFor([] { return openAlerts().size() == 1; }))
             qFatal("no alert came");
@@ -322,8 +345,8 @@ private:
 
     void press(const QString &text)
     {
-        const auto buttons = awaitAlert()->buttons();
-        for (QAbstractButton *button : buttons) {
+        const auto buttons = awaitAlert()->findChildren<QPushButton *>();
+        for (QPushButton *button : buttons) {
             if (button->text() == text)
                 QTest::mouseClick(button, Qt::LeftButton);
         }

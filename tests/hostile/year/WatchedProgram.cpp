@@ -17,10 +17,10 @@
 
 #include <QAbstractEventDispatcher>
 #include <QApplication>
+#include <QDialog>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QMessageBox>
 #include <QSocketNotifier>
 
 #include <csignal>
@@ -75,8 +75,8 @@ public:
     /// Notes every alert and closes it, as a user would.
     bool eventFilter(QObject *object, QEvent *event) override
     {
-        if (const auto *box = qobject_cast<QMessageBox *>(object); box && event->type() == QEvent::Show) {
-            m_alerts << box->text();
+        if (const auto *box = qobject_cast<QDialog *>(object); box && event->type() == QEvent::Show) {
+            m_alerts << box->accessibleName();
             QMetaObject::invokeMethod(this, &Alert::dismissAll, Qt::QueuedConnection);
         }
         return false;

@@ -1,0 +1,19 @@
+// SPDX-FileCopyrightText: 2026 The Vantelo authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QRect>
+
+class QScreen;
+
+/// Where on the screens the program's windows may stand.
+namespace ScreenRoom {
+
+/// The screen that the user is at, which is the mouse pointer's.
+QScreen *pointed();
+
+/// The part of the screen that the content of a window may take: what panels leave free, less a title bar.
+QRect forContent(const QScreen *screen);
+
+} // namespace ScreenRoom
