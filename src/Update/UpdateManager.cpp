@@ -16,6 +16,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 using namespace Qt::StringLiterals;
@@ -37,6 +38,14 @@ QString runningVersion()
 {
     const QString version = QCoreApplication::applicationVersion();
     return version.isEmpty() ? u"0.0.0"_s : version;
+}
+
+/// The feed's address, if a browser is what opens it. Other openers would take a file, or an option to themselves.
+std::optional<QUrl> webPage(const QString &address)
+{
+    const QUrl url(address, QUrl::StrictMode);
+    const bool isWeb = url.scheme() == u"https"_s || url.scheme() == u"http"_s; // parsing puts it in lower case
+    return url.isValid() && isWeb && !url.host().isEmpty() ? std::optional(url) : std::nullopt;
 }
 
 Alert updateAlert(const RemoteUpdate &update)
@@ -126,9 +135,9 @@ bool UpdateManager::isVersionNewer(const QString &remote, const QString &current
 QCoro::Task<> UpdateManager::showUpdateAlert(RemoteUpdate update)
 {
     const qsizetype pressed = co_await Alert::runModal(updateAlert(update));
-    const QUrl url(update.download_url, QUrl::StrictMode);
-    if (pressed == 0 && url.isValid())
-        QDesktopServices::openUrl(url);
+    const std::optional<QUrl> page = webPage(update.download_url);
+    if (pressed == 0 && page)
+        QDesktopServices::openUrl(*page);
 }
 
 QCoro::Task<> UpdateManager::showNoUpdateAlert() { co_await Alert::runModal(noUpdateAlert()); }

@@ -27,6 +27,8 @@ using Reply = LoopbackService::Reply;
 
 namespace {
 
+// Whatever the system would open; an address without a scheme goes under the empty one.
+const QStringList openable{u"https"_s, u"http"_s, u"file"_s, u"javascript"_s, u"mailto"_s, u"ftp"_s, QString(u""_s)};
 const QString downloadAddress = u"https://vantelo.example/download"_s;
 
 QList<QDialog *> openAlerts()
@@ -83,10 +85,15 @@ private Q_SLOTS:
     void initTestCase()
     {
         QApplication::setApplicationVersion(u"1.2.0"_s);
-        QDesktopServices::setUrlHandler(u"https"_s, this, "open");
+        for (const QString &scheme : openable)
+            QDesktopServices::setUrlHandler(scheme, this, "open");
     }
 
-    void cleanupTestCase() { QDesktopServices::unsetUrlHandler(u"https"_s); }
+    void cleanupTestCase()
+    {
+        for (const QString &scheme : openable)
+            QDesktopServices::unsetUrlHandler(scheme);
+    }
 
     void init()
     {
@@ -153,6 +160,23 @@ private Q_SLOTS:
         QTRY_COMPARE(m_opened, QList<QUrl>({QUrl(downloadAddress)}));
     }
 
+    void anyWebAddressIsOpened_data()
+    {
+        QTest::addColumn<QByteArray>("address");
+        QTest::newRow("without TLS") << "http://vantelo.example/"_ba;
+        QTest::newRow("a scheme in upper case") << "HTTPS://vantelo.example/Download"_ba;
+        QTest::newRow("a port and a query") << "https://vantelo.example:8443/?for=linux#top"_ba;
+    }
+
+    void anyWebAddressIsOpened()
+    {
+        QFETCH(const QByteArray, address);
+        serve(json("{'version': '9', 'download_url': '") + address + json("'}"));
+        check(false);
+        press(u"Download Now"_s);
+        QTRY_COMPARE(m_opened, QList<QUrl>({QUrl(QString::fromLatin1(address))}));
+    }
+
     void downloadNowIsTheDefault()
     {
         serve(feed("1.3.0"));
@@ -196,6 +220,18 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("address");
         QTest::newRow("no address at all") << "https://not a url/"_ba;
         QTest::newRow("a blank that nobody encoded") << "https://vantelo.example/a b"_ba;
+        QTest::newRow("nothing") << ""_ba;
+        QTest::newRow("an option to the opener") << "--help"_ba;
+        QTest::newRow("a file") << "/etc/passwd"_ba;
+        QTest::newRow("a file's address") << "file:///etc/passwd"_ba;
+        QTest::newRow("a file's address with a host") << "file://vantelo.example/etc/passwd"_ba;
+        QTest::newRow("a script") << "javascript:alert(1)"_ba;
+        QTest::newRow("a mail") << "mailto:someone@vantelo.example"_ba;
+        QTest::newRow("another protocol") << "ftp://vantelo.example/download"_ba;
+        QTest::newRow("no host") << "https:///download"_ba;
+        QTest::newRow("no host, nor slashes") << "https:download"_ba;
+        QTest::newRow("no scheme") << "//vantelo.example/download"_ba;
+        QTest::newRow("relative") << "vantelo.example/download"_ba;
     }
 
     void anInvalidDownloadAddressDoesNothing()
