@@ -3,6 +3,7 @@
 
 #include "SettingsFixture.h"
 
+#include <QScrollArea>
 #include <QToolButton>
 
 #include <ctime>
@@ -250,13 +251,14 @@ private Q_SLOTS:
         QTRY_COMPARE(Task::running(), 0);
         QCoreApplication::processEvents();
         QCOMPARE(WindowTree::clippedTexts(window()), QStringList());
-        for (const QWidget *child : window()->findChildren<QWidget *>()) {
+        const QWidget *const form = window()->findChild<QScrollArea *>()->widget();
+        for (const QWidget *child : form->findChildren<QWidget *>()) {
             if (!child->isVisible())
                 continue;
             const QSize least = child->minimumSizeHint();
             QVERIFY2(
                 child->width() >= least.width() && child->height() >= least.height(), child->metaObject()->className());
-            QVERIFY(window()->rect().contains(QRect(child->mapTo(window(), QPoint()), child->size())));
+            QVERIFY(form->rect().contains(QRect(child->mapTo(form, QPoint()), child->size())));
         }
         const auto *const result = window()->findChild<ResultRow *>();
         QCOMPARE(result->height(), result->heightForWidth(result->width()));

@@ -4,16 +4,19 @@
 #include "Controls/Windows/HostingWindow.h"
 
 #include "Controls/AccessibleRole.h"
+#include "Controls/Windows/ScreenRoom.h"
 #include "Process/Activation.h"
 
-#include <QCursor>
 #include <QEvent>
 #include <QGuiApplication>
 #include <QIcon>
 #include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QShortcut>
 #include <QStyle>
 #include <QVBoxLayout>
+#include <QWindow>
 
 #include <algorithm>
 
@@ -26,6 +29,55 @@ Qt::WindowFlags flagsFor(HostingWindow::Sizing sizing)
     return sizing == HostingWindow::Sizing::Resizable ? flags | Qt::WindowMaximizeButtonHint : flags;
 }
 
+/// Shows the view as large as it asks to be, or scrolls it where the screen has no room for that.
+class FittingArea : public QScrollArea {
+public:
+    explicit FittingArea(QWidget *view)
+    {
+        setFrameShape(NoFrame);
+        setFocusPolicy(Qt::NoFocus); // the view's first field has the focus at once
+        setWidget(view);
+    }
+
+    QSize sizeHint() const override
+    {
+        const QSize room = ScreenRoom::forContent(screen()).size();
+        QSize size = wanted();
+        if (size.height() > room.height())
+            size.rwidth() += verticalScrollBar()->sizeHint().width();
+        if (size.width() > room.width())
+            size.rheight() += horizontalScrollBar()->sizeHint().height();
+        return size.boundedTo(room);
+    }
+
+    QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    bool event(QEvent *event) override
+    {
+        if (event->type() == QEvent::LayoutRequest) { // the view asks for another size
+            widget()->resize(wanted().expandedTo(viewport()->size()));
+            updateGeometry();
+        }
+        return QScrollArea::event(event);
+    }
+
+    void resizeEvent(QResizeEvent *event) override
+    {
+        widget()->resize(wanted().expandedTo(viewport()->size()));
+        QScrollArea::resizeEvent(event);
+    }
+
+private:
+    QSize wanted() const
+    {
+        QSize size = widget()->sizeHint().expandedTo(widget()->minimumSize());
+        if (widget()->hasHeightForWidth())
+            size.setHeight(std::max(widget()->minimumHeight(), widget()->heightForWidth(size.width())));
+        return size;
+    }
+};
+
 } // namespace
 
 HostingWindow::HostingWindow(QWidget *view, const QString &title, QSize contentSize, Sizing sizing)
@@ -36,14 +88,18 @@ HostingWindow::HostingWindow(QWidget *view, const QString &title, QSize contentS
     setWindowTitle(title);
     // Taskbars on X11 ask the window; elsewhere the desktop entry or the bundle has the icon.
     setWindowIcon(QIcon::fromTheme(QGuiApplication::desktopFileName()));
+    setScreen(ScreenRoom::pointed());
     auto *const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(view);
     if (sizing == Sizing::FitsContent) {
         view->setMinimumSize(view->minimumSize().expandedTo(contentSize));
+        layout->addWidget(new FittingArea(view));
         layout->setSizeConstraint(QLayout::SetFixedSize);
     } else {
-        resize(contentSize);
+        const QSize room = ScreenRoom::forContent(screen()).size();
+        view->setMinimumSize(view->minimumSize().boundedTo(room));
+        layout->addWidget(view);
+        resize(contentSize.boundedTo(room));
     }
     for (const QKeySequence &keys : {QKeySequence(Qt::Key_Escape), QKeySequence(Qt::CTRL | Qt::Key_W)})
         connect(new QShortcut(keys, this), &QShortcut::activated, this, &QWidget::close);
@@ -51,12 +107,8 @@ HostingWindow::HostingWindow(QWidget *view, const QString &title, QSize contentS
 
 void HostingWindow::centre()
 {
-    const QScreen *const pointed = QGuiApplication::screenAt(QCursor::pos());
-    const QRect available = (pointed ? pointed : QGuiApplication::primaryScreen())->availableGeometry();
     layout()->activate(); // the size is known only now
-    const QRect centred = QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, size(), available);
-    // The title bar of a window larger than the screen stays within reach.
-    move(std::max(centred.x(), available.x()), std::max(centred.y(), available.y()));
+    move(QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, size(), screen()->availableGeometry()).topLeft());
 }
 
 void HostingWindow::bringToFront()

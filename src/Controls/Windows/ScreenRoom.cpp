@@ -5,12 +5,13 @@
 
 #include <QCursor>
 #include <QGuiApplication>
+#include <QMargins>
 #include <QScreen>
 
 namespace {
 
-// Nobody tells the height of a title bar before the window is shown; desktops have them up to this.
-constexpr int titleBar = 40;
+// Nobody tells what the frame takes before the window is shown; on the desktops it is up to this.
+constexpr QMargins frame(4, 40, 4, 4);
 // Wayland does not tell what panels take, nor X11 where there are several screens.
 constexpr int untoldPanel = 48;
 
@@ -26,6 +27,6 @@ QRect ScreenRoom::forContent(const QScreen *screen)
 {
     QRect room = screen->availableGeometry();
     if (room == screen->geometry())
-        room.adjust(0, untoldPanel / 2, 0, -untoldPanel / 2);
-    return room.adjusted(0, titleBar, 0, 0);
+        room.adjust(0, untoldPanel, 0, 0);
+    return room.marginsRemoved(frame);
 }

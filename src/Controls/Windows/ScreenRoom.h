@@ -13,7 +13,7 @@ namespace ScreenRoom {
 /// The screen that the user is at, which is the mouse pointer's.
 QScreen *pointed();
 
-/// The part of the screen that the content of a window may take: what panels leave free, less a title bar.
+/// The part of the screen that the content of a window may take: what panels leave free, less its frame.
 QRect forContent(const QScreen *screen);
 
 } // namespace ScreenRoom
