@@ -79,8 +79,8 @@ SettingsView::SettingsView(std::shared_ptr<AppState> appState)
       m_shownThreshold(m_appState->staleThresholdMinutes())
 {
     setMinimumSize(460, 560);
-    m_failure = new ResultRow(u"xmark.circle.fill"_s, Theme::Ink::Red, 4);
-    m_success = new ResultRow(u"checkmark.circle.fill"_s, Theme::Ink::Green, 4);
+    m_failure = new ResultRow(u"xmark.circle.fill"_s, u"Connection failed"_s, Theme::Ink::Red, 4);
+    m_success = new ResultRow(u"checkmark.circle.fill"_s, u"Connected"_s, Theme::Ink::Green, 4);
     auto *const form = stack<QVBoxLayout>(this, 0, 24);
     form->addWidget(header());
     form->addSpacing(20);

@@ -3,6 +3,7 @@
 
 #include "Controls/Labels/ResultRow.h"
 
+#include <QAccessible>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -19,6 +20,10 @@ private Q_SLOTS:
     void aMessageTakesAtMostTwoLines();
     void aCutMessageIsWholeInItsToolTip();
     void aMessageIsNeverMarkup();
+    void blankLinesAtTheEndsAreNotShown_data();
+    void blankLinesAtTheEndsAreNotShown();
+    void theSymbolAloneHasAName_data();
+    void theSymbolAloneHasAName();
     void aLaterMessageReplacesTheEarlier();
     void anEndlessMessageCostsNoTime();
 
@@ -30,7 +35,7 @@ private:
 
 void ResultRowTest::init()
 {
-    m_row = std::make_unique<ResultRow>(u"xmark.circle.fill"_s, Theme::Ink::Red, 4);
+    m_row = std::make_unique<ResultRow>(u"xmark.circle.fill"_s, u"Connection failed"_s, Theme::Ink::Red, 4);
     m_row->resize(400, 40);
 }
 
@@ -79,6 +84,48 @@ void ResultRowTest::aMessageIsNeverMarkup()
     const QImage tags = m_row->grab().toImage();
     m_row->announce(u"<i>"_s.repeated(300));
     QVERIFY(m_row->grab().toImage() != tags); // the tags themselves are drawn
+}
+
+void ResultRowTest::blankLinesAtTheEndsAreNotShown_data()
+{
+    QTest::addColumn<QString>("message");
+    QTest::addColumn<QString>("shown");
+    QTest::newRow("before") << u"\n\n\nInvalid token"_s << u"Invalid token"_s;
+    QTest::newRow("before, with blanks in them") << u" \n\t\r\n  Invalid token"_s << u"  Invalid token"_s;
+    QTest::newRow("behind") << u"Invalid token\n \n"_s << u"Invalid token"_s;
+    QTest::newRow("separators of their own") << u"\u2028\u2029Invalid token\u2028"_s << u"Invalid token"_s;
+    QTest::newRow("many") << QString(3000, u'\n') + u"Invalid token"_s << u"Invalid token"_s;
+    QTest::newRow("between") << u"\none\n\ntwo\n"_s << u"one\n\ntwo"_s;
+}
+
+void ResultRowTest::blankLinesAtTheEndsAreNotShown()
+{
+    QFETCH(const QString, message);
+    QFETCH(const QString, shown);
+    m_row->announce(shown);
+    const QImage expected = m_row->grab().toImage();
+    const int height = lines();
+    m_row->announce(u"something else"_s);
+    m_row->announce(message);
+    QCOMPARE(m_row->grab().toImage(), expected);
+    QCOMPARE(lines(), height);
+    QCOMPARE(QAccessible::queryAccessibleInterface(m_row.get())->text(QAccessible::Name), shown);
+}
+
+void ResultRowTest::theSymbolAloneHasAName_data()
+{
+    QTest::addColumn<QString>("message");
+    QTest::newRow("empty") << QString();
+    QTest::newRow("blank") << u" \n\n\t"_s;
+}
+
+void ResultRowTest::theSymbolAloneHasAName()
+{
+    QFETCH(const QString, message);
+    m_row->announce(message);
+    QCOMPARE(QAccessible::queryAccessibleInterface(m_row.get())->text(QAccessible::Name), u"Connection failed"_s);
+    QCOMPARE(lines(), 1);
+    QVERIFY(m_row->isVisible());
 }
 
 void ResultRowTest::aLaterMessageReplacesTheEarlier()

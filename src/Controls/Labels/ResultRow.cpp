@@ -12,6 +12,7 @@
 #include <QTextLayout>
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace {
@@ -29,9 +30,28 @@ QTextOption wrapping()
     return option;
 }
 
+bool isLineBreak(QChar character)
+{
+    return character == u'\n' || character == u'\r' || character == QChar::LineSeparator ||
+           character == QChar::ParagraphSeparator;
+}
+
+/// The text without the blank lines at its ends. What stands before a line's first word stays.
+QString withoutBlankEnds(const QString &text)
+{
+    const auto isVisible = [](QChar character) { return !character.isSpace(); };
+    const auto word = std::find_if(text.begin(), text.end(), isVisible);
+    if (word == text.end())
+        return {};
+    const auto end = std::find_if(text.rbegin(), std::make_reverse_iterator(word), isVisible).base();
+    const auto lineBreak = std::find_if(std::make_reverse_iterator(word), text.rend(), isLineBreak);
+    return QString(lineBreak.base(), end - lineBreak.base());
+}
+
 } // namespace
 
-ResultRow::ResultRow(QString symbolName, Theme::Ink ink, int gapBelow) : m_symbolName(std::move(symbolName)), m_ink(ink)
+ResultRow::ResultRow(QString symbolName, QString meaning, Theme::Ink ink, int gapBelow)
+    : m_symbolName(std::move(symbolName)), m_meaning(std::move(meaning)), m_ink(ink)
 {
     AccessibleRole::give(this, QAccessible::Notification); // spoken when it appears
     setContentsMargins(0, 0, 0, gapBelow);
@@ -45,7 +65,8 @@ ResultRow::ResultRow(QString symbolName, Theme::Ink ink, int gapBelow) : m_symbo
 void ResultRow::announce(const QString &text)
 {
     m_text = text;
-    setAccessibleName(text);
+    m_visibleText = withoutBlankEnds(text);
+    setAccessibleName(m_visibleText.isEmpty() ? m_meaning : m_visibleText);
     updateGeometry();
     updateToolTip();
     update();
@@ -98,14 +119,14 @@ void ResultRow::resizeEvent(QResizeEvent *event)
 
 void ResultRow::updateToolTip()
 {
-    const QString whole = m_text.first(std::min(m_text.size(), maximumShownLength));
+    const QString whole = m_visibleText.first(std::min(m_visibleText.size(), maximumShownLength));
     setToolTip(shown(width()).cut ? Qt::convertFromPlainText(whole, Qt::WhiteSpaceNormal) : QString());
 }
 
 /// What stands on screen at this width.
 ResultRow::Shown ResultRow::shown(int width) const
 {
-    QString text = m_text.first(std::min(m_text.size(), maximumShownLength));
+    QString text = m_visibleText.first(std::min(m_visibleText.size(), maximumShownLength));
     text.replace(u'\n', QChar::LineSeparator);
     QTextLayout layout(text, font());
     layout.setTextOption(wrapping());

@@ -15,8 +15,8 @@ class ResultRow : public QWidget {
     Q_PROPERTY(QString symbolName READ symbolName CONSTANT)
 
 public:
-    /// Hidden at first.
-    ResultRow(QString symbolName, Theme::Ink ink, int gapBelow);
+    /// Hidden at first. The meaning is what screen readers say for the symbol where there is no message.
+    ResultRow(QString symbolName, QString meaning, Theme::Ink ink, int gapBelow);
 
     const QString &text() const { return m_text; }
     const QString &symbolName() const { return m_symbolName; }
@@ -46,6 +46,8 @@ private:
     int textLeft() const;
 
     QString m_symbolName;
+    QString m_meaning;
     Theme::Ink m_ink;
     QString m_text;
+    QString m_visibleText; ///< without blank lines at its ends
 };
