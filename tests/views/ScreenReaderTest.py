@@ -129,6 +129,14 @@ class ScreenReaderTest(unittest.TestCase):
             with self.subTest(name):
                 self.assertIsNotNone(find(self.settings, role, name))
 
+    def test_the_fields_tell_their_placeholders(self):
+        for role, name, placeholder in (
+                (Atspi.Role.PASSWORD_TEXT, "Access Token", "EAxxxxxxxxxx..."),
+                (Atspi.Role.TEXT, "Ad Account ID", "act_123456789 or 123456789"),
+        ):
+            with self.subTest(name):
+                self.assertEqual(find(self.settings, role, name).get_description(), placeholder)
+
     def test_the_threshold_has_its_value_and_range(self):
         stepper = find(self.settings, Atspi.Role.SPIN_BUTTON, "Stale threshold (minutes)")
         of = Atspi.Value

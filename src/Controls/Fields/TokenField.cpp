@@ -19,6 +19,13 @@ public:
         return field ? new AccessibleTokenField(field) : nullptr;
     }
 
+    QString text(QAccessible::Text kind) const override
+    {
+        const QString own = QAccessibleWidget::text(kind);
+        const bool wanted = kind == QAccessible::Description && own.isEmpty();
+        return wanted ? static_cast<const TokenField *>(widget())->placeholderText() : own; // as other fields have it
+    }
+
     QAccessible::State state() const override
     {
         QAccessible::State state = QAccessibleWidget::state();
