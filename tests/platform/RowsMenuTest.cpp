@@ -45,6 +45,19 @@ double contrastOfRow(QMenu &menu, int index)
     return strongest;
 }
 
+/// Where the row's text has left marks.
+QRect inkOfRow(QMenu &menu, int index)
+{
+    const QImage picture = menu.grab(menu.actionGeometry(menu.actions()[index])).toImage();
+    const QColor ground = picture.pixelColor(4, 4);
+    QRect ink;
+    for (int y = 4; y < picture.height() - 4; ++y) // within the menu's frame
+        for (int x = 4; x < picture.width() - 4; ++x)
+            if (contrast(picture.pixelColor(x, y), ground) > 1.5)
+                ink |= QRect(x, y, 1, 1);
+    return ink;
+}
+
 } // namespace
 
 class RowsMenuTest : public QObject {
@@ -71,6 +84,17 @@ private Q_SLOTS:
         RowsMenu menu;
         menu.setRows({MenuRow::line(u"R&D && _x_"_s)});
         QCOMPARE(texts(menu), QStringList({u"R&&D &&&& _x_"_s}));
+    }
+
+    void aTabIsNoShortcut()
+    {
+        RowsMenu menu;
+        menu.setRows({MenuRow::line(u"left\tright"_s),
+            MenuRow::line(u"a row that is a good deal wider than the first of the two is"_s)});
+        menu.resize(menu.sizeHint());
+        const QRect ink = inkOfRow(menu, 0);
+        QVERIFY(!ink.isEmpty());
+        QVERIFY2(ink.right() < menu.sizeHint().width() / 2, qPrintable(QString::number(ink.right())));
     }
 
     void headlinesAreBoldAndCaptionsSmall()
@@ -129,15 +153,16 @@ private Q_SLOTS:
         QCOMPARE(corner.x() == 0 ? menu.x() : menu.geometry().right(), corner.x() == 0 ? 0 : screen.right());
     }
 
-    void aMenuFontInPixelsKeepsItsSize()
+    void aCaptionIsSmallerWhereTheMenuFontIsGivenInPixels()
     {
         QTest::failOnWarning(QRegularExpression(u"."_s)); // such as one about a size in points below zero
         RowsMenu menu;
         QFont inPixels = menu.font();
-        inPixels.setPixelSize(15);
+        inPixels.setPixelSize(40);
         menu.setFont(inPixels);
-        menu.setRows({MenuRow::line(u"1"_s, MenuRow::Style::Caption)});
-        QCOMPARE(menu.actions().constFirst()->font().pixelSize(), 15);
+        menu.setRows({MenuRow::line(u"H"_s, MenuRow::Style::Caption), MenuRow::line(u"H"_s)});
+        QCOMPARE(menu.actions()[0]->font().pixelSize(), 34);
+        QVERIFY(inkOfRow(menu, 0).height() < inkOfRow(menu, 1).height());
     }
 
     void aClickRunsTheAction()

@@ -15,14 +15,23 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr double captionScale = 0.85;
+
 QFont fontFor(MenuRow::Style style, QFont font)
 {
     if (style == MenuRow::Style::Headline)
         font.setBold(true);
-    if (style == MenuRow::Style::Caption && font.pointSizeF() > 0)
-        font.setPointSizeF(font.pointSizeF() * 0.85);
+    if (style == MenuRow::Style::Caption) {
+        if (font.pointSizeF() > 0.0)
+            font.setPointSizeF(font.pointSizeF() * captionScale);
+        else
+            font.setPixelSize(qRound(font.pixelSize() * captionScale));
+    }
     return font;
 }
+
+/// The text as it stands: to a menu an ampersand marks an access key, and a tab begins a shortcut at the right edge.
+QString plain(QString text) { return text.replace(u'&', u"&&"_s).replace(u'\t', u' '); }
 
 } // namespace
 
@@ -83,7 +92,7 @@ void RowsMenu::retitle()
     for (std::size_t index = 0; index < m_shown.rows().size(); ++index) {
         const MenuRow &row = m_shown.rows()[index];
         QAction *const action = all.at(static_cast<qsizetype>(index));
-        action->setText(QString(row.text).replace(u'&', u"&&"_s));
+        action->setText(plain(row.text));
         action->setFont(fontFor(row.style, font()));
     }
 }
