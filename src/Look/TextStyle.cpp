@@ -5,7 +5,10 @@
 
 #include <QFontDatabase>
 #include <QFontInfo>
+#include <QFontMetricsF>
 #include <QGuiApplication>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -38,6 +41,19 @@ QFont scaled(QFont font, TextStyle style)
     return font;
 }
 
+bool isMonospaced(const QFont &font)
+{
+    const QFontMetricsF metrics(font);
+    return qFuzzyCompare(metrics.horizontalAdvance(u'i'), metrics.horizontalAdvance(u'W'));
+}
+
+/// The desktop's fixed-width font. Some let the user choose any font for it.
+QFont fixedFont()
+{
+    const QFont chosen = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    return isMonospaced(chosen) ? chosen : QFont(u"monospace"_s);
+}
+
 } // namespace
 
 QFont textFont(TextStyle style)
@@ -47,4 +63,4 @@ QFont textFont(TextStyle style)
     return font;
 }
 
-QFont monospacedTextFont(TextStyle style) { return scaled(QFontDatabase::systemFont(QFontDatabase::FixedFont), style); }
+QFont monospacedTextFont(TextStyle style) { return scaled(fixedFont(), style); }

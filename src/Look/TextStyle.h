@@ -11,5 +11,5 @@ enum class TextStyle { Title, Title2, Headline, Subheadline, Body, Caption, Capt
 /// The font of a style as the system font is now.
 QFont textFont(TextStyle style);
 
-/// The same size in the system's fixed-width font.
+/// The same size in the system's fixed-width font, or in another one where that one is none.
 QFont monospacedTextFont(TextStyle style);

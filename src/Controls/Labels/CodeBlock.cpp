@@ -6,15 +6,53 @@
 #include "Look/TextStyle.h"
 
 #include <QEvent>
+#include <QMimeData>
 #include <QPlainTextEdit>
 #include <QTextBlock>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <cmath>
 
 using namespace Qt::StringLiterals;
 
-CodeBlock::CodeBlock(const QString &command) : RoundedBox(Theme::Box::Code), m_text(new QPlainTextEdit(command))
+namespace {
+
+bool isContinued(const QTextBlock &line) { return line.isValid() && line.text().endsWith(u'\\'); }
+
+/// What a shell has to read of the line: a continuation without its indent, which would stand amid a word.
+int runnableStart(const QTextBlock &line)
+{
+    const QString text = line.text();
+    const auto word = std::find_if(text.begin(), text.end(), [](QChar character) { return character != u' '; });
+    return isContinued(line.previous()) ? static_cast<int>(word - text.begin()) : 0;
+}
+
+/// Gives away what is selected as it can be run: to the clipboard, to the primary selection and by dragging.
+class CommandText : public QPlainTextEdit {
+public:
+    using QPlainTextEdit::QPlainTextEdit;
+
+protected:
+    QMimeData *createMimeDataFromSelection() const override
+    {
+        const int start = textCursor().selectionStart();
+        const int end = textCursor().selectionEnd();
+        QStringList lines;
+        for (QTextBlock line = document()->findBlock(start); line.isValid() && line.position() <= end;
+             line = line.next()) {
+            const int from = std::max(start - line.position(), runnableStart(line));
+            lines << line.text().mid(from, std::max(end - line.position() - from, 0));
+        }
+        auto *const copied = new QMimeData;
+        copied->setText(lines.join(u'\n'));
+        return copied;
+    }
+};
+
+} // namespace
+
+CodeBlock::CodeBlock(const QString &command) : RoundedBox(Theme::Box::Code), m_text(new CommandText(command))
 {
     m_text->setReadOnly(true);
     m_text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);

@@ -8,6 +8,8 @@
 class QPlainTextEdit;
 
 /// A command to copy. Its lines never wrap: where they are too long they scroll sideways, without scroll bars.
+/// It stands there indented; what is copied runs in a shell, whole or in part, because the indent of continued lines is
+/// left out.
 class CodeBlock : public RoundedBox {
     Q_OBJECT
 
