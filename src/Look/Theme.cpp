@@ -76,6 +76,10 @@ Theme::BoxColours Theme::boxColours(Box box, const QPalette &palette)
     if (box == Box::Code)
         return {.fill = withOpacity(palette.color(QPalette::Window), 0.5),
             .stroke = withOpacity(colour(Ink::Secondary, palette), 0.3)};
+    if (box == Box::Group)
+        return {.fill = withOpacity(palette.color(QPalette::WindowText), 0.04), .stroke = dividerColour(palette)};
     const QColor tint = colour(box == Box::Warning ? Ink::Orange : Ink::Blue, palette);
     return {.fill = withOpacity(tint, 0.1), .stroke = withOpacity(tint, 0.3)};
 }
+
+QColor Theme::dividerColour(const QPalette &palette) { return withOpacity(palette.color(QPalette::WindowText), 0.2); }

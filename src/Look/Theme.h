@@ -15,7 +15,7 @@ enum class Ink { Primary, Secondary, Link, Red, Green, Orange, Blue };
 /// The colour to write or draw with on the palette's window colour.
 QColor colour(Ink ink, const QPalette &palette);
 
-enum class Box { Warning, Tip, Code };
+enum class Box { Warning, Tip, Code, Group };
 
 struct BoxColours {
     QColor fill;
@@ -23,6 +23,8 @@ struct BoxColours {
 };
 
 BoxColours boxColours(Box box, const QPalette &palette);
+
+QColor dividerColour(const QPalette &palette);
 
 inline constexpr int boxPadding = 12;
 inline constexpr double boxCornerRadius = 8.0;

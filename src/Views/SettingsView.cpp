@@ -9,12 +9,12 @@
 #include "Controls/Fields/TokenField.h"
 #include "Controls/Labels/ResultRow.h"
 #include "Controls/Labels/TextLabel.h"
+#include "Controls/Labels/TitledBox.h"
 #include "Foundation/Task.h"
 #include "State/AppState.h"
 #include "Views/WindowManager.h"
 
 #include <QEvent>
-#include <QGroupBox>
 #include <QLocale>
 #include <QPointer>
 #include <QVBoxLayout>
@@ -125,7 +125,7 @@ QWidget *SettingsView::credentials()
         accountId, [this] { return m_appState->adAccountId(); },
         [this](const QString &text) { m_appState->setAdAccountId(text); });
 
-    auto *const box = new QGroupBox(u"API Credentials"_s);
+    auto *const box = new TitledBox(u"API Credentials"_s);
     auto *const column = stack<QVBoxLayout>(box, 12, 8);
     column->addLayout(labelled(u"Access Token"_s, token));
     column->addLayout(labelled(u"Ad Account ID"_s, accountId));
@@ -140,7 +140,7 @@ QWidget *SettingsView::preferences()
     auto *const label = new TextLabel(caption);
     label->setBuddy(m_threshold);
 
-    auto *const box = new QGroupBox(u"Preferences"_s);
+    auto *const box = new TitledBox(u"Preferences"_s);
     auto *const row = stack<QHBoxLayout>(nullptr, 8);
     row->addWidget(label);
     row->addStretch();

@@ -4,6 +4,8 @@
 #include "Views/SetupGuideView.h"
 
 #include "Controls/Labels/CodeBlock.h"
+#include "Controls/Labels/Divider.h"
+#include "Controls/Labels/EmojiLabel.h"
 #include "Controls/Labels/LinkLabel.h"
 #include "Controls/Labels/MarkedLabel.h"
 #include "Controls/Labels/RoundedBox.h"
@@ -33,13 +35,6 @@ TextLabel *wrapped(TextLabel *label)
     return label;
 }
 
-QWidget *divider()
-{
-    auto *const line = new QFrame;
-    line->setFrameStyle(QFrame::HLine | QFrame::Sunken);
-    return line;
-}
-
 QLayout *header()
 {
     auto *const title = new TextLabel(SetupGuideText::title(), TextStyle::Title);
@@ -56,7 +51,7 @@ QLayout *linkRow(const StepItem &item)
     auto *const link = new LinkLabel(item.text, item.address);
     auto *const row = new QHBoxLayout;
     row->setSpacing(0);
-    row->addSpacing(BulletLabel::textIndent(link->fontMetrics()));
+    row->addWidget(new BulletSpace);
     row->addWidget(link);
     row->addStretch();
     return row;
@@ -65,7 +60,7 @@ QLayout *linkRow(const StepItem &item)
 QLayout *stepSection(const Step &step)
 {
     auto *const items = column(6);
-    items->setContentsMargins(8, 0, 0, 0);
+    items->setContentsMargins(SymbolLabel::lineIndent, 0, 0, 0);
     for (const StepItem &item : step.items) {
         if (item.isLink())
             items->addLayout(linkRow(item));
@@ -82,7 +77,7 @@ QLayout *stepSection(const Step &step)
 
 QWidget *box(Theme::Box look, const Box &content)
 {
-    auto *const title = new TextLabel(content.title, TextStyle::Subheadline);
+    auto *const title = new EmojiLabel(content.title, TextStyle::Subheadline);
     title->setWeight(QFont::DemiBold);
     auto *const box = new RoundedBox(look);
     auto *const stack = new QVBoxLayout(box);
@@ -120,17 +115,17 @@ QWidget *page()
     stack->setSpacing(24);
     stack->setContentsMargins(24, 24, 24, 24 + 20); // the last box brings its own space below
     stack->addLayout(header());
-    stack->addWidget(divider());
+    stack->addWidget(new Divider);
     stack->addLayout(stepSection(SetupGuideText::createApp()));
-    stack->addWidget(divider());
+    stack->addWidget(new Divider);
     stack->addLayout(stepSection(SetupGuideText::generateToken()));
     stack->addWidget(warningBox(SetupGuideText::shortLivedToken()));
     stack->addLayout(stepSection(SetupGuideText::longLivedToken()));
     stack->addWidget(new CodeBlock(SetupGuideText::exchangeCommand()));
     stack->addWidget(note());
-    stack->addWidget(divider());
+    stack->addWidget(new Divider);
     stack->addLayout(stepSection(SetupGuideText::findAccountId()));
-    stack->addWidget(divider());
+    stack->addWidget(new Divider);
     stack->addLayout(pasteSection());
     stack->addWidget(tipBox(SetupGuideText::permanentToken()));
     return page;

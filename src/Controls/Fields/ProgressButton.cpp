@@ -11,10 +11,12 @@
 namespace {
 
 constexpr int spokes = 8;
+constexpr int gapBesideWheel = 4; // on top of the style's own
 
-QPixmap wheel(int side, int turn, qreal devicePixelRatio, QColor colour)
+QPixmap wheel(QSize size, int turn, qreal devicePixelRatio, QColor colour)
 {
-    QPixmap pixmap(QSizeF(side * devicePixelRatio, side * devicePixelRatio).toSize());
+    const int side = size.height();
+    QPixmap pixmap((QSizeF(size) * devicePixelRatio).toSize());
     pixmap.setDevicePixelRatio(devicePixelRatio);
     pixmap.fill(Qt::transparent);
     QPainter painter(&pixmap);
@@ -42,7 +44,7 @@ void ProgressButton::setSpinning(bool spinning)
         return;
     }
     const int side = fontMetrics().ascent(); // lower than the text, so that the button keeps its height
-    setIconSize({side, side});
+    setIconSize({side + gapBesideWheel, side});
     m_turn = 0;
     drawWheel();
     m_timer.start(std::chrono::milliseconds(100ms).count(), this);
@@ -60,9 +62,10 @@ void ProgressButton::timerEvent(QTimerEvent *event)
 
 void ProgressButton::drawWheel()
 {
-    const QColor colour = palette().color(QPalette::Active, QPalette::ButtonText);
-    const QPixmap drawn = wheel(iconSize().height(), m_turn, devicePixelRatioF(), colour);
+    // As the text beside it, and the button is disabled while it spins.
+    const QColor colour = palette().color(QPalette::Disabled, QPalette::ButtonText);
+    const QPixmap drawn = wheel(iconSize(), m_turn, devicePixelRatioF(), colour);
     QIcon icon(drawn);
-    icon.addPixmap(drawn, QIcon::Disabled); // the button is disabled while it spins; the wheel stays clear
+    icon.addPixmap(drawn, QIcon::Disabled); // or the style would pale it once more
     setIcon(icon);
 }

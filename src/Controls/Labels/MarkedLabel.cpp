@@ -8,14 +8,19 @@
 #include <QEvent>
 #include <QPainter>
 
+#include <algorithm>
 #include <utility>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int gapBesideMark = 8;
+constexpr int gapBesideBullet = 8;
+constexpr int leastGapBesideSymbol = 4;
 constexpr QChar bullet = u'•';
+
+/// The width of a bullet and of the gap beside it, in lines of the body style.
+int bulletIndent() { return QFontMetrics(textFont(TextStyle::Body)).horizontalAdvance(bullet) + gapBesideBullet; }
 
 } // namespace
 
@@ -25,7 +30,7 @@ MarkedLabel::MarkedLabel(const QString &text, TextStyle style) : TextLabel(text,
     setAlignment(Qt::AlignLeft | Qt::AlignTop);
 }
 
-void MarkedLabel::makeRoom() { setContentsMargins(markSize().width() + gapBesideMark, 0, 0, 0); }
+void MarkedLabel::makeRoom() { setContentsMargins(textLeft(), 0, 0, 0); }
 
 void MarkedLabel::changeEvent(QEvent *event)
 {
@@ -45,7 +50,7 @@ void MarkedLabel::paintEvent(QPaintEvent *event)
 
 BulletLabel::BulletLabel(const QString &text) : MarkedLabel(text, TextStyle::Body) { makeRoom(); }
 
-int BulletLabel::textIndent(const QFontMetrics &metrics) { return metrics.horizontalAdvance(bullet) + gapBesideMark; }
+int BulletLabel::textLeft() const { return bulletIndent(); }
 
 QSize BulletLabel::markSize() const { return {fontMetrics().horizontalAdvance(bullet), fontMetrics().height()}; }
 
@@ -53,6 +58,17 @@ void BulletLabel::paintMark(QPainter &painter, const QRect &place) const
 {
     painter.setPen(Theme::colour(Theme::Ink::Secondary, palette()));
     painter.drawText(place, Qt::AlignLeft | Qt::AlignTop, QString(bullet));
+}
+
+BulletSpace::BulletSpace() { setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed); }
+
+QSize BulletSpace::sizeHint() const { return {bulletIndent(), 0}; }
+
+bool BulletSpace::event(QEvent *event)
+{
+    if (event->type() == QEvent::ApplicationFontChange)
+        updateGeometry();
+    return QWidget::event(event);
 }
 
 SymbolLabel::SymbolLabel(QString symbolName, const QString &text, TextStyle style)
@@ -63,9 +79,11 @@ SymbolLabel::SymbolLabel(QString symbolName, const QString &text, TextStyle styl
 
 QSize SymbolLabel::markSize() const
 {
-    const int side = fontMetrics().height();
+    const int side = std::min(fontMetrics().height(), textLeft() - leastGapBesideSymbol);
     return {side, side};
 }
+
+int SymbolLabel::textLeft() const { return lineIndent + bulletIndent(); }
 
 void SymbolLabel::paintMark(QPainter &painter, const QRect &place) const
 {

@@ -14,6 +14,8 @@ public:
 
 protected:
     virtual QSize markSize() const = 0;
+    /// Where the text begins.
+    virtual int textLeft() const = 0;
     virtual void paintMark(QPainter &painter, const QRect &place) const = 0;
 
     /// To be called once the mark is known.
@@ -29,15 +31,27 @@ class BulletLabel : public MarkedLabel {
 public:
     explicit BulletLabel(const QString &text);
 
-    /// Where the text begins, for lines without a bullet.
-    static int textIndent(const QFontMetrics &metrics);
-
 protected:
     QSize markSize() const override;
+    int textLeft() const override;
     void paintMark(QPainter &painter, const QRect &place) const override;
 };
 
-/// A system symbol before a text, both in the same colour.
+/// Stands where the bullet stands in a line that has none.
+class BulletSpace : public QWidget {
+    Q_OBJECT
+
+public:
+    BulletSpace();
+
+    QSize sizeHint() const override;
+
+protected:
+    bool event(QEvent *event) override;
+};
+
+/// A system symbol before a text, both in the same colour. The text begins where that of bullet lines does which stand
+/// below it, indented; the symbol is as large as the room before the text allows.
 class SymbolLabel : public MarkedLabel {
     Q_OBJECT
     Q_PROPERTY(QString symbolName READ symbolName CONSTANT)
@@ -45,10 +59,14 @@ class SymbolLabel : public MarkedLabel {
 public:
     SymbolLabel(QString symbolName, const QString &text, TextStyle style);
 
+    /// The indent of the lines below.
+    static constexpr int lineIndent = 8;
+
     const QString &symbolName() const { return m_symbolName; }
 
 protected:
     QSize markSize() const override;
+    int textLeft() const override;
     void paintMark(QPainter &painter, const QRect &place) const override;
 
 private:

@@ -7,12 +7,16 @@
 
 void RoundedBox::paintEvent(QPaintEvent *)
 {
-    const Theme::BoxColours colours = Theme::boxColours(m_look, palette());
-    constexpr double half = Theme::boxStrokeWidth / 2.0; // the stroke lies inside the box
     QPainter painter(this);
+    paint(painter, rect(), Theme::boxColours(m_look, palette()));
+}
+
+void RoundedBox::paint(QPainter &painter, const QRect &box, const Theme::BoxColours &colours)
+{
+    constexpr double half = Theme::boxStrokeWidth / 2.0; // the stroke lies inside the box
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(colours.stroke, Theme::boxStrokeWidth));
     painter.setBrush(colours.fill);
     painter.drawRoundedRect(
-        QRectF(rect()).adjusted(half, half, -half, -half), Theme::boxCornerRadius, Theme::boxCornerRadius);
+        QRectF(box).adjusted(half, half, -half, -half), Theme::boxCornerRadius, Theme::boxCornerRadius);
 }

@@ -14,6 +14,8 @@ class RoundedBox : public QWidget {
 public:
     explicit RoundedBox(Theme::Box look) : m_look(look) {}
 
+    static void paint(QPainter &painter, const QRect &box, const Theme::BoxColours &colours);
+
 protected:
     void paintEvent(QPaintEvent *event) override;
 
