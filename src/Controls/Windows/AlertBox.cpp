@@ -5,6 +5,7 @@
 
 #include "Controls/AccessibleRole.h"
 #include "Controls/Windows/ScreenRoom.h"
+#include "Look/ColourPreference.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -81,6 +82,7 @@ QPlainTextEdit *scrollingText(const QString &text)
 
 AlertBox::AlertBox(const Alert &alert) : m_buttonCount(alert.buttons.size())
 {
+    ColourPreference::follow();
     AccessibleRole::give(this, QAccessible::AlertMessage);
     setWindowModality(Qt::ApplicationModal);
     setAccessibleName(alert.messageText);

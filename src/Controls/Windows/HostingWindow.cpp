@@ -5,6 +5,7 @@
 
 #include "Controls/AccessibleRole.h"
 #include "Controls/Windows/ScreenRoom.h"
+#include "Look/ColourPreference.h"
 #include "Process/Activation.h"
 
 #include <QEvent>
@@ -83,6 +84,7 @@ private:
 HostingWindow::HostingWindow(QWidget *view, const QString &title, QSize contentSize, Sizing sizing)
     : QWidget(nullptr, flagsFor(sizing))
 {
+    ColourPreference::follow();
     AccessibleRole::give(this, QAccessible::Window);
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(title);

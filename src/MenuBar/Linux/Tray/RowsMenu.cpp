@@ -3,6 +3,7 @@
 
 #include "MenuBar/Linux/Tray/RowsMenu.h"
 
+#include "Look/ColourPreference.h"
 #include "Look/Theme.h"
 
 #include <QGuiApplication>
@@ -47,6 +48,7 @@ void RowsMenu::setRows(const MenuRows &rows) { apply(m_shown.setNewest(rows, isV
 // Qt keeps menus clear of panels, except on Plasma.
 void RowsMenu::popUpBeside(const QRect &clicked)
 {
+    ColourPreference::follow();
     const QScreen *const pointed = QGuiApplication::screenAt(clicked.center());
     const QRect room = (pointed ? pointed : QGuiApplication::primaryScreen())->availableGeometry();
     const QSize size = sizeHint();
