@@ -3,13 +3,13 @@
 
 #include "Views/SettingsView.h"
 
+#include "Controls/Boxes/TitledBox.h"
 #include "Controls/Fields/ProgressButton.h"
 #include "Controls/Fields/Stepper.h"
 #include "Controls/Fields/StoredText.h"
 #include "Controls/Fields/TokenField.h"
 #include "Controls/Labels/ResultRow.h"
 #include "Controls/Labels/TextLabel.h"
-#include "Controls/Labels/TitledBox.h"
 #include "Foundation/Task.h"
 #include "State/AppState.h"
 #include "Views/WindowManager.h"

@@ -3,12 +3,12 @@
 
 #include "Views/SetupGuideView.h"
 
+#include "Controls/Boxes/Divider.h"
+#include "Controls/Boxes/RoundedBox.h"
 #include "Controls/Labels/CodeBlock.h"
-#include "Controls/Labels/Divider.h"
 #include "Controls/Labels/EmojiLabel.h"
 #include "Controls/Labels/LinkLabel.h"
 #include "Controls/Labels/MarkedLabel.h"
-#include "Controls/Labels/RoundedBox.h"
 #include "Views/SetupGuideText.h"
 
 #include <QVBoxLayout>

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
+#include "Controls/Boxes/RoundedBox.h"
 #include "Controls/Labels/MarkedLabel.h"
-#include "Controls/Labels/RoundedBox.h"
 #include "TestDeployment.h"
 #include "Views/WindowManager.h"
 #include "WindowTree.h"

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "Controls/Labels/RoundedBox.h"
+#include "Controls/Boxes/RoundedBox.h"
 
 class QPlainTextEdit;
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
-#include "Controls/Labels/Divider.h"
+#include "Controls/Boxes/Divider.h"
 
 #include "Controls/AccessibleRole.h"
 #include "Look/Theme.h"

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
-#include "Controls/Labels/TitledBox.h"
+#include "Controls/Boxes/TitledBox.h"
 
 #include "Controls/AccessibleRole.h"
-#include "Controls/Labels/RoundedBox.h"
+#include "Controls/Boxes/RoundedBox.h"
 
 #include <QEvent>
 #include <QPainter>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
-#include "Controls/Labels/RoundedBox.h"
+#include "Controls/Boxes/RoundedBox.h"
 
 #include <QPainter>
 
