@@ -28,6 +28,8 @@ int VanteloApp::main(int argc, char **argv)
     QApplication::setApplicationVersion(QStringLiteral(VANTELO_VERSION));
     QApplication::setDesktopFileName(u"app.vantelo.Vantelo"_s);
     QApplication::setQuitOnLastWindowClosed(false);
+    // Plasma 6 gives the program a plug-in whose jobs hold locks on the event loop: with the last one, Qt would quit.
+    QApplication::setQuitLockEnabled(false);
 
     TerminationSignals::onReceived([] { QCoreApplication::exit(0); });
 

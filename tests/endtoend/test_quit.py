@@ -6,6 +6,7 @@
     test_quit.py path/to/vantelo
 """
 
+import os
 import signal
 import socket
 import sys
@@ -101,6 +102,16 @@ def a_signal_in_the_first_moments_ends_it_in_order(stage):
         program.expect_orderly_end(f"by {number} while it opens {plugin}", within=10)
 
 
+def a_plug_in_of_the_desktop_does_not_end_it(stage):
+    """Qt would quit with the last lock on its event loop, and Plasma's plug-in has jobs that hold one."""
+    plugins = {"QT_PLUGIN_PATH": os.environ["VANTELO_TEST_PLUGINS"], "QT_QPA_GENERIC_PLUGINS": "locking"}
+    with start_and_settle(stage, **plugins) as program:
+        wait_until(lambda: "the plug-in's job has ended" in program.output, "the plug-in's job")
+        stage.graph.answer = delivering(impressions=12346)
+        stage.panel.click("🔄 Refresh")
+        stage.panel.wait_for_title("🟢 12,346")
+
+
 def start_and_ask(stage, server, **environment):
     """The program asks this server, which is silent, and is there all the same."""
     heard = server.heard
@@ -170,6 +181,7 @@ STEPS = [
     it_ends_at_once_while_a_proxy_configuration_server_is_silent,
     a_signal_in_the_first_moments_ends_it_in_order,
     a_signal_at_any_instant_of_the_start_ends_it_in_order,
+    a_plug_in_of_the_desktop_does_not_end_it,
 ]
 
 
