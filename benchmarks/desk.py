@@ -83,15 +83,6 @@ class Panel(StatusHost):
         self.text = text
         something_happened()
 
-    def _ask(self, method, arguments, use):
-        def answered(bus, result):
-            try:
-                use(bus.call_finish(result).get_child_value(0))
-            except GLib.Error:
-                pass  # the program has gone, or has no such property
-        sender, path = self._item
-        self.bus.call(sender, path, PROPERTIES, method, arguments, None, Gio.DBusCallFlags.NONE, -1, None, answered)
-
     def click_row(self, text):
         def row():
             return next((row for row in self.menu() or [] if row["label"].replace("__", "_") == text), None)

@@ -25,12 +25,21 @@ public:
     void startWatcher() { ask(QStringLiteral("start_watcher")); }
     void startGnomeShell() { ask(QStringLiteral("start_watcher"), {true}); }
     void stopWatcher() { ask(QStringLiteral("stop_watcher")); }
+    /// How the watcher treats registrations; see status_host.py.
+    void set(const QString &trait, const QJsonValue &value) { ask(QStringLiteral("set"), {trait, value}); }
     /// Sender and path of every registration so far.
     QJsonArray registrations() { return ask(QStringLiteral("registered")).toArray(); }
     bool hasItem() { return !registrations().isEmpty(); }
 
     QJsonValue property(const QString &name) { return ask(QStringLiteral("property"), {name})[1]; }
-    /// What the program has signalled since the last time: objects of "member" and "arguments".
+    /// The text as a host has it that draws it at this signal alone; undefined before the first that it heard.
+    QJsonValue textDrawnAt(const QString &signal)
+    {
+        return ask(QStringLiteral("get"), {QStringLiteral("drawn_text")})[signal];
+    }
+    /// The times, in seconds, at which a text was signalled that was known already.
+    QJsonArray reminders() { return ask(QStringLiteral("get"), {QStringLiteral("reminders")}).toArray(); }
+    /// What else the program has signalled since the last time: objects of "member" and "arguments".
     QJsonArray takeSignals() { return ask(QStringLiteral("take_signals")).toArray(); }
     QStringList takeSignalNames();
     /// A call to the item or its menu, arguments as GVariant text: an object with "value" or "error".

@@ -29,7 +29,7 @@ WATCHER_XML = """
   <interface name="org.kde.StatusNotifierWatcher">
     <method name="RegisterStatusNotifierItem"><arg name="service" type="s" direction="in"/></method>
     <method name="RegisterStatusNotifierHost"><arg name="service" type="s" direction="in"/></method>
-    <property name="RegisteredStatusNotifierItems" type="as" access="read"/>
+    LIST
     <property name="IsStatusNotifierHostRegistered" type="b" access="read"/>
     <property name="ProtocolVersion" type="i" access="read"/>
     <signal name="StatusNotifierItemRegistered"><arg name="service" type="s"/></signal>
@@ -38,6 +38,7 @@ WATCHER_XML = """
   </interface>
 </node>
 """
+LIST_XML = '<property name="RegisteredStatusNotifierItems" type="as" access="read"/>'
 
 
 def plain(variant):
@@ -60,6 +61,15 @@ def dictionary(variant):
     return {e.get_child_value(0).get_string(): e.get_child_value(1).get_variant() for e in entries}
 
 
+def _text_told(member, arguments):
+    """The item's text, where the signal tells it."""
+    if member == "XAyatanaNewLabel":
+        return arguments.get_child_value(0).get_string()
+    if member == "PropertiesChanged":
+        return arguments.unpack()[1].get("XAyatanaLabel")
+    return None
+
+
 class StatusHost:
     """One host on the session bus of this process."""
 
@@ -68,10 +78,20 @@ class StatusHost:
         self.bus.set_exit_on_close(False)
         self.registrations = []  # [sender, service] as registered, oldest first
         self.refusals = 0  # how many registrations to come are answered with an error
-        self.signals = []  # {"member", "arguments"} of item and menu, oldest first
+        self.losses = 0  # how many after these are answered and forgotten
+        self.looks_before = 0  # how many looks at the list it takes until an item stands in it
+        self.delay = 0  # milliseconds from the answer to the listing
+        self.form = "{name}{path}"  # of an entry in the list; None for a watcher that keeps no list
+        self.standstill = 0.0  # seconds for which the next look at the list stops this host
+        self.listed = []
+        self.signals = []  # {"member", "arguments"} of item and menu, oldest first, less the reminders
+        self.reminders = []  # when XAyatanaNewLabel told the text that was known already
+        self.ears_after = 0  # milliseconds from the listing until the text is drawn at its signals
+        self.drawn_text = {}  # by signal; None where it was not heard
         self._watcher = None
         self._client = None
         self._subscriptions = []
+        self._late = None
         self._item = None
 
     # The watcher
@@ -79,7 +99,8 @@ class StatusHost:
     def start_watcher(self, gnome=False):
         """Appears on the bus; as GNOME Shell does, if so wished."""
         if self._watcher is None:
-            interface = Gio.DBusNodeInfo.new_for_xml(WATCHER_XML).interfaces[0]
+            xml = WATCHER_XML.replace("LIST", LIST_XML if self.form else "")
+            interface = Gio.DBusNodeInfo.new_for_xml(xml).interfaces[0]
             self._watcher = self.bus.register_object(
                 WATCHER_PATH, interface, self._watcher_called, self._watcher_property, None)
         if gnome:
@@ -88,6 +109,7 @@ class StatusHost:
 
     def stop_watcher(self):
         """Disappears, as a panel that ends does."""
+        self.listed.clear()
         self.disown(WATCHER)
         self.disown("org.gnome.Shell")
 
@@ -99,6 +121,13 @@ class StatusHost:
 
     def refuse_registrations(self, count):
         self.refusals = count
+
+    def set(self, name, value):
+        """One of the traits above; the form of the list is read when the watcher starts."""
+        setattr(self, name, value)
+
+    def get(self, name):
+        return getattr(self, name)
 
     def registered(self):
         return self.registrations
@@ -115,12 +144,35 @@ class StatusHost:
                 return
             service = arguments.unpack()[0]
             self.registrations.append([sender, service])
-            self._follow(sender, service if service.startswith("/") else "/StatusNotifierItem")
+            if self.losses > 0:
+                self.losses -= 1
+            elif self.looks_before > 0:
+                self._late = [sender, service]
+            elif self.delay:
+                GLib.timeout_add(self.delay, self._list, sender, service)
+            else:
+                self._list(sender, service)
         invocation.return_value(None)
 
+    def _list(self, sender, service):
+        path = service if service.startswith("/") else "/StatusNotifierItem"
+        entry = (self.form or "").format(name=sender, path=path)
+        if entry in self.listed:
+            return GLib.SOURCE_REMOVE
+        self.listed.append(entry)
+        self._follow(sender, path)
+        self.bus.emit_signal(None, WATCHER_PATH, WATCHER, "StatusNotifierItemRegistered", GLib.Variant("(s)", (entry,)))
+        return GLib.SOURCE_REMOVE
+
     def _watcher_property(self, _bus, _sender, _path, _interface, name):
+        if name == "RegisteredStatusNotifierItems":
+            standstill, self.standstill = self.standstill, 0.0
+            time.sleep(standstill)
+            self.looks_before -= 1
+            if self.looks_before == 0:
+                self._list(*self._late)
         return {
-            "RegisteredStatusNotifierItems": GLib.Variant("as", [s + p for s, p in self.registrations]),
+            "RegisteredStatusNotifierItems": GLib.Variant("as", self.listed),
             "IsStatusNotifierHostRegistered": GLib.Variant("b", True),
             "ProtocolVersion": GLib.Variant("i", 0),
         }[name]
@@ -135,8 +187,39 @@ class StatusHost:
         self._subscriptions = [
             self.bus.signal_subscribe(sender, interface, None, None, None, Gio.DBusSignalFlags.NONE, self._signalled)
             for interface in (ITEM, MENU, PROPERTIES)]
+        self._text, self.drawn_text = None, {}
+        self._ask("Get", GLib.Variant("(ss)", (ITEM, "XAyatanaLabel")), self._read_text)
+        GLib.timeout_add(self.ears_after, self._listen, sender)
+
+    def _ask(self, method, arguments, then):
+        """Reads from the item without waiting; an answer comes before the signals that were sent after it."""
+        def answered(bus, result):
+            try:
+                then(bus.call_finish(result).get_child_value(0))
+            except GLib.Error:
+                pass  # the item has gone
+
+        self.bus.call(*self._item, PROPERTIES, method, arguments, None, Gio.DBusCallFlags.NONE, -1, None, answered)
+
+    def _read_text(self, answer):
+        self._text = answer.get_variant().get_string()
+
+    def _listen(self, sender):
+        def heard(_bus, _sender, _path, _interface, member, arguments):
+            if (text := _text_told(member, arguments)) is not None:
+                self.drawn_text[member] = text
+
+        for interface in (ITEM, PROPERTIES):
+            self._subscriptions.append(self.bus.signal_subscribe(
+                sender, interface, None, None, None, Gio.DBusSignalFlags.NONE, heard))
+        return GLib.SOURCE_REMOVE
 
     def _signalled(self, _bus, _sender, _path, _interface, member, arguments):
+        if (text := _text_told(member, arguments)) is not None:
+            known, self._text = self._text, text
+            if text == known:
+                self.reminders += [time.monotonic()] if member == "XAyatanaNewLabel" else []
+                return
         self.signals.append({"member": member, "arguments": plain(arguments)})
 
     def property(self, name):

@@ -62,6 +62,7 @@ StatusAreaExtra::StatusAreaExtra()
         &m_item, &StatusNotifierItem::menuRequested, &m_item, [this](const QPoint &at) { popUp(at); },
         Qt::QueuedConnection);
     QObject::connect(&m_host, &StatusNotifierHost::changed, &m_host, [this] { followHost(); });
+    QObject::connect(&m_host, &StatusNotifierHost::itemConfirmed, &m_item, &StatusNotifierItem::repeatTexts);
     // Long enough for a panel that restarts, so that the user does not see both.
     m_untilTray.setSingleShot(true);
     m_untilTray.setInterval(3s);

@@ -10,15 +10,11 @@
 #include <utility>
 
 using namespace Qt::StringLiterals;
-using namespace std::chrono_literals;
 
 namespace {
 
 const QString watcherService = u"org.kde.StatusNotifierWatcher"_s;
 const QString shellService = u"org.gnome.Shell"_s;
-
-constexpr std::chrono::milliseconds firstRetry = 500ms;
-constexpr std::chrono::milliseconds lastRetry = 1min;
 
 } // namespace
 
@@ -30,8 +26,6 @@ StatusNotifierHost::StatusNotifierHost(QDBusConnection connection, QString itemP
     m_services.setWatchedServices({watcherService, shellService});
     connect(&m_services, &QDBusServiceWatcher::serviceOwnerChanged, this,
         [this](const QString &service, const QString &, const QString &owner) { setOwner(service, owner); });
-    m_retry.setSingleShot(true);
-    connect(&m_retry, &QTimer::timeout, this, &StatusNotifierHost::registerItem);
     askForOwner(shellService); // first, so that it is known when the item is registered
     askForOwner(watcherService);
 }
@@ -57,41 +51,18 @@ void StatusNotifierHost::setOwner(const QString &service, const QString &owner)
         if (m_watcherOwner == owner)
             return;
         m_watcherOwner = owner;
-        newWatcher();
+        registerItem();
     }
     if (m_watcherOwner)
         Q_EMIT changed();
 }
 
-void StatusNotifierHost::newWatcher()
-{
-    m_retry.stop();
-    m_retryDelay = firstRetry;
-    if (isPresent())
-        registerItem();
-}
-
+// With the owner itself: nothing is started, and what an old one still answers is not taken for the new one's word.
 void StatusNotifierHost::registerItem()
 {
-    // To the owner itself: nothing is started, and a late answer is known to be an old one's.
-    const QString owner = m_watcherOwner.value_or(QString());
-    QDBusMessage call = QDBusMessage::createMethodCall(
-        owner, u"/StatusNotifierWatcher"_s, watcherService, u"RegisterStatusNotifierItem"_s);
-    call << m_itemPath;
-    call.setAutoStartService(false);
-    auto *const answer = new QDBusPendingCallWatcher(m_connection.asyncCall(call), this);
-    connect(answer, &QDBusPendingCallWatcher::finished, this, [=, this] {
-        if (answer->isError() && m_watcherOwner == owner)
-            registrationFailed();
-        answer->deleteLater();
-    });
-}
-
-// Some watchers own their name a moment before they answer to it.
-void StatusNotifierHost::registrationFailed()
-{
-    if (m_retryDelay > lastRetry)
+    m_registration.reset();
+    if (!isPresent())
         return;
-    m_retry.start(m_retryDelay);
-    m_retryDelay *= 2;
+    m_registration = std::make_unique<StatusNotifierRegistration>(m_connection, *m_watcherOwner, m_itemPath);
+    connect(m_registration.get(), &StatusNotifierRegistration::confirmed, this, &StatusNotifierHost::itemConfirmed);
 }

@@ -3,12 +3,13 @@
 
 #pragma once
 
+#include "MenuBar/Linux/StatusItem/StatusNotifierRegistration.h"
+
 #include <QDBusConnection>
 #include <QDBusServiceWatcher>
 #include <QObject>
-#include <QTimer>
 
-#include <chrono>
+#include <memory>
 #include <optional>
 
 /// The status area that shows the item, as far as the bus knows: registers the item with every host that
@@ -27,19 +28,18 @@ public:
 Q_SIGNALS:
     /// Also when it has turned out at the start that there is none.
     void changed();
+    /// As StatusNotifierRegistration::confirmed() says it of the watcher that is there.
+    void itemConfirmed();
 
 private:
     void askForOwner(const QString &service);
     void setOwner(const QString &service, const QString &owner);
-    void newWatcher();
     void registerItem();
-    void registrationFailed();
 
     QDBusConnection m_connection;
     QString m_itemPath;
     QDBusServiceWatcher m_services;
     std::optional<QString> m_watcherOwner; ///< unique bus name, empty where there is none
     QString m_shellOwner;
-    QTimer m_retry;
-    std::chrono::milliseconds m_retryDelay{};
+    std::unique_ptr<StatusNotifierRegistration> m_registration; ///< with the watcher that is there
 };

@@ -44,17 +44,21 @@ void StatusNotifierItem::setLabel(const MenuBarLabel &label)
     if (m_label.whole() != before.whole())
         Q_EMIT m_adaptor->NewToolTip();
     // NewIcon has hosts read the description, too. GNOME draws the icon at either signal, and after two in a row the
-    // picture that it found at the first could stay.
+    // picture that it found at the first could stay. There is no other signal for the description alone.
     if (m_label.dot == before.dot && m_label.accessibleDescription != before.accessibleDescription)
-        announceAccessibleDescription();
+        announceProperties({{u"IconAccessibleDesc"_s, m_label.accessibleDescription}});
 }
 
-// The protocol has no signal for it but NewIcon, which would have hosts fetch every picture again.
-void StatusNotifierItem::announceAccessibleDescription()
+void StatusNotifierItem::repeatTexts()
+{
+    Q_EMIT m_adaptor->XAyatanaNewLabel(m_label.text, m_adaptor->labelGuide());
+    announceProperties({{u"XAyatanaLabel"_s, m_label.text}, {u"IconAccessibleDesc"_s, m_label.accessibleDescription}});
+}
+
+void StatusNotifierItem::announceProperties(const QVariantMap &changed)
 {
     QDBusMessage signal =
         QDBusMessage::createSignal(path(), u"org.freedesktop.DBus.Properties"_s, u"PropertiesChanged"_s);
-    const QVariantMap changed{{u"IconAccessibleDesc"_s, m_label.accessibleDescription}};
     signal << u"org.kde.StatusNotifierItem"_s << changed << QStringList();
     m_connection.send(signal);
 }

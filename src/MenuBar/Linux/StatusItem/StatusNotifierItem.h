@@ -26,13 +26,17 @@ public:
 
     const MenuBarLabel &label() const { return m_label; }
     void setLabel(const MenuBarLabel &label);
+    /// For a host that may have missed them. GNOME's extension 59 (shells 45 to 48) reads text and description in time,
+    /// but shows them at a signal alone: at XAyatanaNewLabel where the text is another than it has read, else at
+    /// PropertiesChanged.
+    void repeatTexts();
 
 Q_SIGNALS:
     /// A host that draws no menu itself asks for one, in pixels of the screen.
     void menuRequested(const QPoint &position);
 
 private:
-    void announceAccessibleDescription();
+    void announceProperties(const QVariantMap &changed);
 
     QDBusConnection m_connection;
     MenuBarLabel m_label;
