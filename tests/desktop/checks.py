@@ -46,6 +46,14 @@ class Checks:
         self.dot = self._settled_dot()
         return f"a dot of {self.dot.width} pixels"
 
+    def expect_item(self, label, patience):
+        """The dot in its colour and the text, whichever came first, panel or program."""
+        watch(lambda: self._look_for(label[0]), f"a dot that is {label[0]}", patience)
+        self.dot = self._settled_dot(label[0])
+        self.the_text_is_shown()
+        if drawn := getattr(self.host, "drawn_text", None):
+            watch(lambda: drawn() == label[2:], lambda: f"the text {label[2:]!r}; there is {drawn()!r}")
+
     def the_dot_has_its_colour(self, label):
         seen = self._find_dot(label[0], f"is {label[0]}", self.dot.width)
         self.dot = seen
@@ -78,7 +86,8 @@ class Checks:
             heard[:] = self.host.spoken(self.screen)
             return next((text for text in heard if DESCRIPTIONS[label] in text or label in text), None)
 
-        patience = 5 if "a_screen_reader_reads_the_state" in self.host.cannot else 30
+        seldom = {**self.host.cannot, **getattr(self.host, "at_times", {})}
+        patience = 5 if "a_screen_reader_reads_the_state" in seldom else 30
         return repr(watch(reads, lambda: f"a screen reader to read the state; it reads {heard[:20]}", patience))
 
     def a_click_opens_the_menu(self, label):
@@ -165,9 +174,9 @@ class Checks:
         self.dot = self._settled_dot()
         return f"at {self.dot.middle}"
 
-    def the_item_goes_with_the_program(self):
+    def the_item_goes_with_the_program(self, label):
         """Panels that keep an item for a moment would show it beside the next program's."""
-        watch(lambda: not self._look_for("🔴"), "the dot to go with the program")
+        watch(lambda: not self._look_for(label[0]), "the dot to go with the program")
         return "gone"
 
     def give_up(self, check):
@@ -208,20 +217,20 @@ class Checks:
             found = self._look_for(dot, size)
             return found if found and (not near or abs(found.y - self.dot.y) <= 3) else None
 
-        return watch(look, f"a dot that {what}", seconds=60)
+        return watch(look, f"a dot that {what}", seconds=180)
 
     def _look_for(self, dot, size=None):
         return self.display.grab().find_dot(dot, size, self.host.opacity)
 
-    def _settled_dot(self):
+    def _settled_dot(self, dot="🟢"):
         """Some panels move their items about until all have come."""
         seen = []
 
         def is_steady():
-            seen.append(self._look_for("🟢"))
+            seen.append(self._look_for(dot))
             return len(seen) > 10 and seen[-1] and len(set(seen[-10:])) == 1
 
-        watch(is_steady, "the dot to come to rest")
+        watch(is_steady, "the dot to come to rest", seconds=120)
         return seen[-1]
 
     def _choose(self, text):

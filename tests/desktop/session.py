@@ -10,10 +10,10 @@ from pathlib import Path
 from gi.repository import Gio, GLib
 
 import namespace
+from demo.stage.desktop import ACCESSIBILITY, switch_accessibility_on
 from events import Failure
 from patience import watch
 
-_ACCESSIBILITY = "/usr/libexec/at-spi-bus-launcher"
 _SERVICES = Path("/usr/share/dbus-1/services")
 _BUS = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
  "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
@@ -55,8 +55,9 @@ class Session:
             **environment,
         }
         self._start_bus(services)
-        self.run([_ACCESSIBILITY, "--launch-immediately", "--a11y=1"])
+        self.run([ACCESSIBILITY, "--launch-immediately"])
         watch(lambda: self.has_name("org.a11y.Bus"), "the accessibility bus")
+        switch_accessibility_on(self.bus)
 
     def run(self, command, **environment):
         """Starts a program that lasts as long as it likes; what it says goes to the log."""
