@@ -115,6 +115,8 @@ void HostingWindow::centre()
 
 void HostingWindow::bringToFront()
 {
+    if (isVisible() && isElsewhere(*windowHandle()))
+        hide();
     show();
     raise();
     activateWindow();

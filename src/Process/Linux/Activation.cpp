@@ -3,5 +3,9 @@
 
 #include "Process/Activation.h"
 
+#include <QWindow>
+
 // Here windows are activated, one by one, and not programs.
 void activateIgnoringOtherApps() {}
+
+bool isElsewhere(const QWindow &window) { return window.isVisible() && !window.isExposed(); }
