@@ -33,6 +33,15 @@ void pop(QMenu &menu)
     QVERIFY(QTest::qWaitForWindowExposed(&menu));
 }
 
+/// As a user does it, whose pointer gets there first: without, newer releases of Qt take it for a click beside the
+/// menu.
+void click(QMenu &menu, int index)
+{
+    const QPoint middle = menu.actionGeometry(menu.actions()[index]).center();
+    QTest::mouseMove(&menu, middle);
+    QTest::mouseClick(&menu, Qt::LeftButton, {}, middle);
+}
+
 /// The strongest contrast that a pixel of the row makes with the row's ground.
 double contrastOfRow(QMenu &menu, int index)
 {
@@ -171,7 +180,7 @@ private Q_SLOTS:
         RowsMenu menu;
         menu.setRows({MenuRow::line(u"Today"_s), MenuRow::button(u"Refresh"_s, [&] { ++runs; })});
         pop(menu);
-        QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(menu.actions()[1]).center());
+        click(menu, 1);
         QCOMPARE(runs, 1);
         QVERIFY(!menu.isVisible());
     }
@@ -181,7 +190,7 @@ private Q_SLOTS:
         RowsMenu menu;
         menu.setRows(threeRows(u"Today"_s));
         pop(menu);
-        QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(menu.actions()[0]).center());
+        click(menu, 0);
         QVERIFY(menu.isVisible());
     }
 
@@ -235,7 +244,7 @@ private Q_SLOTS:
         pop(menu);
         menu.setRows({MenuRow::button(u"Settings"_s, [&] { runs << u"settings"_s; }),
             MenuRow::button(u"Quit"_s, [&] { runs << u"quit"_s; })});
-        QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(menu.actions()[1]).center());
+        click(menu, 1);
         QCOMPARE(runs, QStringList({u"refresh"_s}));
         QTRY_COMPARE(texts(menu), QStringList({u"Settings"_s, u"Quit"_s}));
     }
