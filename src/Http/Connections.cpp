@@ -3,6 +3,8 @@
 
 #include "Http/Connections.h"
 
+#include "Http/InheritedSockets.h"
+
 #include <QSocketNotifier>
 #include <QTimerEvent>
 
@@ -81,8 +83,10 @@ int Connections::watch(CURL *, curl_socket_t socket, int what, void *self, void 
 {
     auto *const connections = static_cast<Connections *>(self);
     connections->m_watches.erase(socket);
-    if (what != CURL_POLL_REMOVE)
-        connections->m_watches.emplace(socket, connections->watchOf(socket, what));
+    if (what == CURL_POLL_REMOVE)
+        return 0;
+    keepSocketsToOurselves();
+    connections->m_watches.emplace(socket, connections->watchOf(socket, what));
     return 0;
 }
 
