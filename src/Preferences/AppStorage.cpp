@@ -27,6 +27,14 @@ bool isScalar(const QVariant &stored)
     }
 }
 
+/// Where the store has types, a whole number may have been written as a real one.
+std::optional<std::int64_t> whole(double number)
+{
+    constexpr double end = 9223372036854775808.0; // 2^63, the first beyond
+    const bool fits = number >= -end && number < end && std::trunc(number) == number;
+    return fits ? std::optional(static_cast<std::int64_t>(number)) : std::nullopt;
+}
+
 } // namespace
 
 template <>
@@ -38,6 +46,8 @@ std::optional<QString> preferenceAs(const QVariant &stored)
 template <>
 std::optional<std::int64_t> preferenceAs(const QVariant &stored)
 {
+    if (stored.typeId() == QMetaType::Double)
+        return whole(stored.toDouble());
     return isScalar(stored) ? PlainNumber::whole(stored.toString()) : std::nullopt;
 }
 

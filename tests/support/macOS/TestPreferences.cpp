@@ -3,23 +3,32 @@
 
 #include "TestPreferences.h"
 
-#include "Foundation/Deployment.h"
+#include "Preferences/PreferenceStorage.h"
 
-#include <QSettings>
+#include <QProcess>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-// The domain of the test programs; here the system alone knows in which file it is kept.
-QSettings domain() { return {QSettings::NativeFormat, QSettings::UserScope, u"vantelo.app"_s, Deployment::domain()}; }
+void forgetAll() { QProcess::execute(u"/usr/bin/defaults"_s, {u"delete"_s, u"app.vantelo.Vantelo Test"_s}); }
 
 } // namespace
 
-TestPreferences::TestPreferences() { domain().clear(); }
+TestPreferences::TestPreferences() { forgetAll(); }
 
-TestPreferences::~TestPreferences() { domain().clear(); }
+TestPreferences::~TestPreferences() { forgetAll(); }
 
-void TestPreferences::write(const QString &key, const QVariant &value) const { domain().setValue(key, value); }
+void TestPreferences::write(const QString &key, const QVariant &value) const
+{
+    const auto domain = PreferenceStorage::open();
+    domain->setValue(key, value);
+    domain->sync();
+}
 
-QVariant TestPreferences::stored(const QString &key) const { return domain().value(key); }
+QVariant TestPreferences::stored(const QString &key) const
+{
+    const auto domain = PreferenceStorage::open();
+    domain->sync();
+    return domain->value(key);
+}
