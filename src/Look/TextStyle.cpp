@@ -3,6 +3,8 @@
 
 #include "Look/TextStyle.h"
 
+#include "Look/TextScale.h"
+
 #include <QFontDatabase>
 #include <QFontInfo>
 #include <QFontMetricsF>
@@ -12,32 +14,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-double scale(TextStyle style)
-{
-    switch (style) {
-    case TextStyle::Title:
-        return 1.7;
-    case TextStyle::Title2:
-        return 1.35;
-    case TextStyle::Headline:
-    case TextStyle::Body:
-        return 1.0;
-    case TextStyle::Subheadline:
-        return 0.95;
-    case TextStyle::Caption:
-        return 0.9;
-    case TextStyle::Caption2:
-        return 0.85;
-    }
-    return 1.0;
-}
-
 QFont scaled(QFont font, TextStyle style)
 {
     const QFont system = QGuiApplication::font();
     // A font given in pixels knows no size in points itself.
     const double points = system.pointSizeF() > 0.0 ? system.pointSizeF() : QFontInfo(system).pointSizeF();
-    font.setPointSizeF(points * scale(style));
+    font.setPointSizeF(points * textScale(style));
     return font;
 }
 

@@ -8,6 +8,8 @@
 #include <QImage>
 #include <QPainter>
 
+#include <cstring>
+
 #import <AppKit/AppKit.h>
 
 namespace {
@@ -25,6 +27,7 @@ QImage picture(NSImage *symbol, int side)
                                                                          colorSpaceName:NSDeviceRGBColorSpace
                                                                             bytesPerRow:0
                                                                            bitsPerPixel:0];
+    std::memset(bitmap.bitmapData, 0, static_cast<std::size_t>(bitmap.bytesPerRow * side)); // it may hold anything
     const QSizeF size = QSizeF(symbol.size.width, symbol.size.height).scaled(side, side, Qt::KeepAspectRatio);
     const NSRect place = {{(side - size.width()) / 2.0, (side - size.height()) / 2.0}, {size.width(), size.height()}};
     [NSGraphicsContext saveGraphicsState];
