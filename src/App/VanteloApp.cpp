@@ -7,6 +7,7 @@
 #include "Foundation/Deployment.h"
 #include "Foundation/Task.h"
 #include "Http/HttpSession.h"
+#include "Process/Activation.h"
 #include "Process/SingleInstance.h"
 #include "Process/TerminationSignals.h"
 #include "State/AppState.h"
@@ -15,7 +16,9 @@
 
 #include <QApplication>
 #include <QThreadPool>
+#include <QWindow>
 
+#include <algorithm>
 #include <cstdlib>
 
 using namespace Qt::StringLiterals;
@@ -31,13 +34,12 @@ int VanteloApp::main(int argc, char **argv)
     // Plasma 6 gives the program a plug-in whose jobs hold locks on the event loop: with the last one, Qt would quit.
     QApplication::setQuitLockEnabled(false);
 
-    TerminationSignals::onReceived([] { QCoreApplication::exit(0); });
-
     const auto instance = SingleInstance::claim();
     if (!instance)
         return 0;
     VanteloApp app(MenuBarExtra::create());
     instance->onActivation([&app] { app.openSettings(); });
+    TerminationSignals::onReceived([&app] { app.quit(); });
     const int code = QApplication::exec();
     // A large body takes a second to decode. Nobody waits for its figures any more, and all else is stored.
     if (QThreadPool::globalInstance()->activeThreadCount() > 0)
@@ -51,6 +53,9 @@ VanteloApp::VanteloApp(std::unique_ptr<MenuBarExtra> menuBarExtra)
     // The texts are English, also where a plug-in of the desktop translates Qt's own into Arabic or Hebrew.
     QApplication::setLayoutDirection(Qt::LeftToRight);
     connect(m_appState.get(), &AppState::objectWillChange, this, &VanteloApp::redrawSoon);
+    // Queued: a window may close to make way for another.
+    connect(
+        qApp, &QGuiApplication::lastWindowClosed, this, &VanteloApp::giveFocusBackOnceWindowless, Qt::QueuedConnection);
     redraw();
 }
 
@@ -92,6 +97,19 @@ void VanteloApp::openSettings()
 {
     if (m_menuBarExtra) // otherwise the program is ending
         WindowManager::shared().openSettings(m_appState);
+}
+
+void VanteloApp::quit()
+{
+    if (m_menuBarExtra) // otherwise the program is ending
+        m_menuBarExtra->closeMenu();
+    QCoreApplication::exit(0);
+}
+
+void VanteloApp::giveFocusBackOnceWindowless()
+{
+    if (std::ranges::none_of(QGuiApplication::topLevelWindows(), &QWindow::isVisible))
+        giveFocusBack();
 }
 
 void VanteloApp::redrawSoon()

@@ -28,8 +28,11 @@ public:
     static MenuBarLabel label(const AppState &appState);
 
     void openSettings();
+    /// Lets main() go on to the end; what keeps it from there is closed.
+    void quit();
 
 private:
+    void giveFocusBackOnceWindowless();
     void redrawSoon();
     void redraw();
 

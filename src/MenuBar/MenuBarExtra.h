@@ -70,4 +70,7 @@ public:
 
     virtual void setLabel(const MenuBarLabel &label) = 0;
     virtual void setRows(const MenuRows &rows) = 0;
+
+    /// Closes the menu where it is this process that keeps it open and waits for it.
+    virtual void closeMenu() {}
 };

@@ -3,10 +3,16 @@
 
 #pragma once
 
-/// Makes this program the active one, whichever the user is in, so that the window it brings up takes the keys.
-void activateIgnoringOtherApps();
+#include <QtGlobal>
 
 class QWindow;
+
+/// Makes this program the active one, whichever the user is in, and the window the first of all, so that it takes the
+/// keys. The window is named by QWidget::winId().
+void activateIgnoringOtherApps(quintptr window);
+
+/// Once the program has no window any more: the one that the user came from takes the keys again.
+void giveFocusBack();
 
 /// Whether a window that is shown is out of the user's sight all the same, as on another workspace, and would come to
 /// the user only if it appeared anew.

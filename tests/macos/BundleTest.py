@@ -76,6 +76,9 @@ class PropertyListTest(unittest.TestCase):
         self.assertIs(self.properties['LSUIElement'], True)
         self.assertEqual(self.properties['NSPrincipalClass'], 'NSApplication')
 
+    def test_theStartTakesNoFocus(self):
+        self.assertEqual(self.properties['LSEnvironment'], {'QT_MAC_DISABLE_FOREGROUND_APPLICATION_TRANSFORM': '1'})
+
     def test_windowsAreSharpOnRetinaScreens(self):
         self.assertIs(self.properties['NSHighResolutionCapable'], True)
 

@@ -26,6 +26,7 @@ struct Drawing {
     MenuBarLabel label;
     MenuRows rows;
     int redraws = 0;
+    bool menuClosed = false;
 
     QStringList texts() const
     {
@@ -46,6 +47,7 @@ public:
         ++m_drawing.redraws;
     }
     void setRows(const MenuRows &rows) override { m_drawing.rows = rows; }
+    void closeMenu() override { m_drawing.menuClosed = true; }
 
 private:
     Drawing &m_drawing;
@@ -152,6 +154,13 @@ private Q_SLOTS:
         // One for the launch, one for the loading flag, one for today's figures, one for the seven days', though
         // the state announced twice as many changes.
         QVERIFY2(m_drawing.redraws <= 4, qPrintable(QString::number(m_drawing.redraws)));
+    }
+
+    void theEndClosesAnOpenMenu()
+    {
+        launch();
+        m_app->quit();
+        QVERIFY(m_drawing.menuClosed);
     }
 
     void theEndDismissesAnOpenAlert()

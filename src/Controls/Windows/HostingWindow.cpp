@@ -120,7 +120,7 @@ void HostingWindow::bringToFront()
     show();
     raise();
     activateWindow();
-    activateIgnoringOtherApps();
+    activateIgnoringOtherApps(winId());
 }
 
 void HostingWindow::changeEvent(QEvent *event)

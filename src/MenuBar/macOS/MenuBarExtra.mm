@@ -20,6 +20,12 @@ public:
         m_item.button.font = [NSFont monospacedDigitSystemFontOfSize:size weight:NSFontWeightRegular];
     }
 
+    ~StatusItemExtra() override
+    {
+        [NSStatusBar.systemStatusBar removeStatusItem:m_item];
+        [NSProcessInfo.processInfo endActivity:m_activity];
+    }
+
     void setLabel(const MenuBarLabel &label) override
     {
         if (label == std::exchange(m_label, label))
@@ -30,10 +36,15 @@ public:
 
     void setRows(const MenuRows &rows) override { [m_menu setRows:rows]; }
 
+    void closeMenu() override { [m_menu.menu cancelTracking]; }
+
 private:
-    // It leaves the menu bar when nobody holds it.
     NSStatusItem *const m_item = [NSStatusBar.systemStatusBar statusItemWithLength:NSVariableStatusItemLength];
     StatusMenu *const m_menu = [[StatusMenu alloc] init];
+    // As long as the item tells what is so now, the system must not put the polls off.
+    id<NSObject> const m_activity =
+        [NSProcessInfo.processInfo beginActivityWithOptions:NSActivityUserInitiatedAllowingIdleSystemSleep
+                                                     reason:@"Watching an ad account"];
     MenuBarLabel m_label;
 };
 

@@ -6,8 +6,6 @@
 #include "Look/macOS/NativeText.h"
 #include "MenuBar/ShownRows.h"
 
-#include <QCoreApplication>
-
 namespace {
 
 NSAttributedString *styledText(const MenuRow &row)
@@ -90,15 +88,17 @@ NSAttributedString *styledText(const MenuRow &row)
 
 - (void)menuDidClose:(NSMenu *)menu
 {
-    _open = false;
-    // Later: the chosen item's action may come after this, and must find the item in its place.
-    __weak StatusMenu *const weakSelf = self;
-    QMetaObject::invokeMethod(
-        qApp, [weakSelf] { [weakSelf catchUp]; }, Qt::QueuedConnection);
+    // It counts as open until no menu is tracked any more: the chosen item's action comes after this, and must find the
+    // item in its place.
+    [self performSelector:@selector(catchUp)
+               withObject:nil
+               afterDelay:0
+                  inModes:@[ NSDefaultRunLoopMode, NSModalPanelRunLoopMode ]];
 }
 
 - (void)catchUp
 {
+    _open = false;
     [self apply:_shown.update(_open)];
 }
 

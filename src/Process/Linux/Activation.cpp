@@ -5,7 +5,10 @@
 
 #include <QWindow>
 
-// Here windows are activated, one by one, and not programs.
-void activateIgnoringOtherApps() {}
+// Here windows are activated, one by one, and not programs; with the last one gone the desktop picks the next.
+
+void activateIgnoringOtherApps(quintptr) {}
+
+void giveFocusBack() {}
 
 bool isElsewhere(const QWindow &window) { return window.isVisible() && !window.isExposed(); }

@@ -3,6 +3,8 @@
 
 #include "Process/SingleInstance.h"
 
+#include "Process/macOS/InstanceLock.h"
+
 #import <AppKit/AppKit.h>
 
 /// Hears that the user has opened the program although it runs.
@@ -41,7 +43,8 @@
 
 namespace {
 
-/// The system keeps one instance of a bundle, and tells it when the user opens the bundle again.
+/// The system keeps one instance of a bundle at its place, and tells it when the user opens that one again. The lock
+/// keeps a copy elsewhere from being a second one.
 class BundleClaim : public SingleInstance {
 public:
     ~BundleClaim() override
@@ -52,10 +55,29 @@ public:
 
     void onActivation(std::function<void()> activate) override { m_reopening.activate = std::move(activate); }
 
+    InstanceLock lock{InstanceLock::usualPath()};
+
 private:
     Reopening *const m_reopening = [[Reopening alloc] init];
 };
 
+/// Opens the bundle that the process runs from, as the user does.
+void reopen(qint64 process)
+{
+    NSRunningApplication *const program =
+        [NSRunningApplication runningApplicationWithProcessIdentifier:static_cast<pid_t>(process)];
+    if (program.bundleURL)
+        [NSWorkspace.sharedWorkspace openURL:program.bundleURL];
+}
+
 } // namespace
 
-std::unique_ptr<SingleInstance> SingleInstance::claim() { return std::make_unique<BundleClaim>(); }
+std::unique_ptr<SingleInstance> SingleInstance::claim()
+{
+    auto claim = std::make_unique<BundleClaim>();
+    const auto other = claim->lock.otherHolder();
+    if (!other)
+        return claim;
+    reopen(*other);
+    return nullptr;
+}
