@@ -6,8 +6,8 @@
 #include <QRegularExpression>
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <limits>
 
 using namespace Qt::StringLiterals;
@@ -27,11 +27,51 @@ const QRegularExpression &grammar()
     return expression;
 }
 
-double magnitude(const QByteArray &digits, std::chars_format format)
+/// Not a number where it is out of range: Qt does not say at which end.
+double decimal(const QByteArray &text)
 {
-    double value = 0.0;
-    const auto [end, error] = std::from_chars(digits.cbegin(), digits.cend(), value, format);
-    return error == std::errc() && end == digits.cend() ? value : std::numeric_limits<double>::quiet_NaN();
+    bool inRange = false;
+    const double value = text.toDouble(&inRange);
+    return inRange ? value : std::numeric_limits<double>::quiet_NaN();
+}
+
+/// The number nearest to `bits` times two to the `exponent`, the even one of two that are as near.
+double rounded(Wide bits, std::int64_t exponent)
+{
+    std::int64_t length = 0;
+    while (bits >> length > 0)
+        ++length;
+    constexpr std::int64_t smallest = -1074; // of the exponents
+    const std::int64_t dropped = std::max({length - 53, smallest - exponent, std::int64_t{0}});
+    if (bits == 0 || dropped > length + 1)
+        return 0.0;
+    const Wide unit = Wide{1} << dropped;
+    const Wide rest = bits % unit;
+    const bool up = rest * 2 > unit || (rest * 2 == unit && bits / unit % 2 == 1);
+    return std::ldexp(static_cast<double>(bits / unit + (up ? 1 : 0)), static_cast<int>(exponent + dropped));
+}
+
+/// By hand, because not every library reads them.
+double hexadecimal(const QString &text)
+{
+    const qsizetype power = text.indexOf(u'p', 0, Qt::CaseInsensitive);
+    const QString written = power < 0 ? u"0"_s : text.sliced(power + 1);
+    constexpr std::int64_t far = 1'000'000; // beyond what any number of digits makes up for
+    const std::int64_t beyond = written.startsWith(u'-') ? -far : far;
+    std::int64_t exponent = std::clamp(NumberOracle::whole(written).value_or(beyond), -far, far);
+    Wide bits = 0;
+    bool behindPoint = false;
+    for (const QChar character : text.first(power < 0 ? text.size() : power)) {
+        if (character == u'.') {
+            behindPoint = true;
+            continue;
+        }
+        const int digit = QString(character).toInt(nullptr, 16);
+        const bool room = bits < Wide{1} << 64;
+        bits = room ? bits * 16 + digit : bits | (digit == 0 ? 0 : 1); // of what finds no room, whether it is nothing
+        exponent += (room ? 0 : 4) - (behindPoint ? 4 : 0);
+    }
+    return rounded(bits, exponent);
 }
 
 } // namespace
@@ -63,9 +103,9 @@ std::optional<double> NumberOracle::real(const QString &text)
         return {};
     double value = 0.0;
     if (!match.captured(2).isEmpty())
-        value = magnitude(match.captured(2).toLatin1(), std::chars_format::hex);
+        value = hexadecimal(match.captured(2));
     else if (!match.captured(4).isEmpty())
-        value = magnitude(match.captured(4).toLatin1(), std::chars_format::general);
+        value = decimal(match.captured(4).toLatin1());
     else
         value = match.captured(3).startsWith(u'i', Qt::CaseInsensitive) ? std::numeric_limits<double>::infinity()
                                                                         : std::numeric_limits<double>::quiet_NaN();

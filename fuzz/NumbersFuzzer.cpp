@@ -18,7 +18,7 @@
 
 namespace {
 
-/// A decimal or hexadecimal number out of range is one that the oracle does not know: infinite or next to nothing.
+/// A decimal number out of range is one that the oracle does not know: infinite or next to nothing.
 bool outOfRange(double value) { return std::isinf(value) || std::abs(value) <= std::numeric_limits<double>::min(); }
 
 void checkText(const QString &text)

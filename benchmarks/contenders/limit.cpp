@@ -5,6 +5,7 @@
 // figure, bears no failure and remembers nothing. Frozen, so that later figures compare: limit TODAY WEEK (addresses)
 #include <QApplication>
 #include <QJsonDocument>
+#include <QJsonValue>
 #include <QMenu>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>

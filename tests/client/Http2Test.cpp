@@ -12,6 +12,8 @@ using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 using Reply = Http2Service::Reply;
 
+Q_DECLARE_METATYPE(Http2Service::Reply)
+
 namespace {
 
 const QByteArray body = "{\"figures\": \"whole\"}";
@@ -108,8 +110,6 @@ private:
 
     std::unique_ptr<Http2Service> m_service;
 };
-
-Q_DECLARE_METATYPE(Http2Service::Reply)
 
 QTEST_GUILESS_MAIN(Http2Test)
 #include "Http2Test.moc"

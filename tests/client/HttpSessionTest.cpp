@@ -12,6 +12,8 @@ using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 using Reply = LoopbackService::Reply;
 
+Q_DECLARE_METATYPE(LoopbackService::Reply)
+
 namespace {
 
 const QByteArray body = "{\"figures\": \"whole\"}";
@@ -351,8 +353,6 @@ private:
 
     std::unique_ptr<LoopbackService> m_service;
 };
-
-Q_DECLARE_METATYPE(LoopbackService::Reply)
 
 QTEST_GUILESS_MAIN(HttpSessionTest)
 #include "HttpSessionTest.moc"

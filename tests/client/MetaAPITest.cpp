@@ -10,6 +10,7 @@
 #include <QTest>
 
 #include <clocale>
+#include <tuple>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -29,7 +30,7 @@ private Q_SLOTS:
 
     void theRequestForTodayIsExact()
     {
-        fetchToday();
+        std::ignore = fetchToday();
         QCOMPARE(m_service->requests().constFirst().target,
             "/v21.0/act_42/insights?fields=impressions,spend,inline_link_clicks,cost_per_inline_link_click"
             "&date_preset=today&access_token=EAAB123"_ba);
@@ -37,7 +38,7 @@ private Q_SLOTS:
 
     void theRequestForSevenDaysIsExact()
     {
-        fetchWeek();
+        std::ignore = fetchWeek();
         QCOMPARE(m_service->requests().constFirst().target,
             "/v21.0/act_42/insights?fields=spend,impressions,frequency,reach,cost_per_inline_link_click,"
             "inline_link_click_ctr,actions&date_preset=last_7d&access_token=EAAB123"_ba);
@@ -45,7 +46,7 @@ private Q_SLOTS:
 
     void theRequestIsAPlainGet()
     {
-        fetchToday();
+        std::ignore = fetchToday();
         const QByteArray head = m_service->requests().constFirst().head;
         QVERIFY(head.startsWith("GET "));
         QVERIFY(!head.contains("Authorization"));
@@ -54,13 +55,13 @@ private Q_SLOTS:
 
     void theAccountIdIsSentAsItIs()
     {
-        fetchToday(u"T"_s, u"42"_s);
+        std::ignore = fetchToday(u"T"_s, u"42"_s);
         QVERIFY(m_service->requests().constFirst().target.startsWith("/v21.0/42/insights?"));
     }
 
     void theTokenIsSentAsItIs()
     {
-        fetchToday(u"a%20b&c=d"_s);
+        std::ignore = fetchToday(u"a%20b&c=d"_s);
         QVERIFY(m_service->requests().constFirst().target.endsWith("&access_token=a%20b&c=d"));
     }
 

@@ -17,6 +17,8 @@ using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 using Reply = LoopbackService::Reply;
 
+Q_DECLARE_METATYPE(LoopbackService::Reply)
+
 namespace {
 
 const QString unreached = u"failed: The server could not be reached through the proxy server."_s;
@@ -193,8 +195,6 @@ private Q_SLOTS:
 private:
     std::unique_ptr<LoopbackService> m_service;
 };
-
-Q_DECLARE_METATYPE(LoopbackService::Reply)
 
 QTEST_GUILESS_MAIN(ProxyTest)
 #include "ProxyTest.moc"

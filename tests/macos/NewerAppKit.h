@@ -22,6 +22,7 @@ enum : AEEventID { kAEReopenApplication = 0x72617070 }; // 'rapp'
 @end
 
 @interface NSMenu (Newer)
+- (void)cancelTracking; // 10.5
 - (void)removeAllItems; // 10.6
 @end
 

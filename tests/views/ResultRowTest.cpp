@@ -4,6 +4,7 @@
 #include "Controls/Labels/ResultRow.h"
 
 #include <QAccessible>
+#include <QElapsedTimer>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
