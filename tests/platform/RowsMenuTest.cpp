@@ -118,6 +118,20 @@ private Q_SLOTS:
         QVERIFY(actions[2]->font().pointSizeF() < actions[0]->font().pointSizeF());
     }
 
+    void rowsAreTextAlone()
+    {
+        RowsMenu menu;
+        menu.setRows({MenuRow::line(u"1"_s, MenuRow::Style::Headline), MenuRow::line(u"2"_s),
+            MenuRow::line(u"3"_s, MenuRow::Style::Caption), MenuRow::divider(), MenuRow::button(u"🔄 Refresh"_s, [] {}),
+            MenuRow::link(u"Ads"_s, QUrl(u"https://adsmanager.example/"_s))});
+        const QList<QAction *> actions = menu.actions();
+        for (const QAction *action : actions) {
+            QVERIFY(action->icon().isNull());
+            QVERIFY(action->shortcut().isEmpty());
+            QVERIFY(!action->isCheckable());
+        }
+    }
+
     void linesAreReadableWhateverThePalette()
     {
         RowsMenu menu;
@@ -183,6 +197,24 @@ private Q_SLOTS:
         click(menu, 1);
         QCOMPARE(runs, 1);
         QVERIFY(!menu.isVisible());
+    }
+
+    void lookingAtTheMenuRunsNothing()
+    {
+        QDesktopServices::setUrlHandler(u"https"_s, this, "openedUrl");
+        m_opened.clear();
+        int runs = 0;
+        RowsMenu menu;
+        menu.setRows({MenuRow::line(u"Today"_s), MenuRow::button(u"🔄 Refresh"_s, [&] { ++runs; }),
+            MenuRow::link(u"Ads"_s, QUrl(u"https://adsmanager.example/"_s))});
+        pop(menu);
+        QTest::keyClick(&menu, Qt::Key_Down);
+        QTest::keyClick(&menu, Qt::Key_Down);
+        QTest::keyClick(&menu, Qt::Key_Escape);
+        QVERIFY(!menu.isVisible());
+        QCoreApplication::processEvents();
+        QCOMPARE(runs, 0);
+        QCOMPARE(m_opened, QList<QUrl>());
     }
 
     void aClickOnALineDoesNothing()

@@ -239,10 +239,12 @@ private Q_SLOTS:
 
     void otherEventsDoNothing()
     {
-        for (const QString &event : {u"opened"_s, u"closed"_s, u"hovered"_s, u"x-vendor"_s})
-            QCOMPARE(m_host->callMenu(u"Event"_s, u"(6, '%1', <'data'>, uint32 1)"_s.arg(event)), done);
-        QCoreApplication::processEvents();
-        QCOMPARE(m_quits, 0);
+        QDesktopServices::setUrlHandler(u"https"_s, this, "openedUrl");
+        m_opened.clear();
+        for (int id = 0; id <= 6; ++id)
+            for (const QString &event : {u"opened"_s, u"closed"_s, u"hovered"_s, u"x-vendor"_s})
+                QCOMPARE(m_host->callMenu(u"Event"_s, u"(%1, '%2', <'data'>, uint32 1)"_s.arg(id).arg(event)), done);
+        expectNothingDone();
     }
 
     void rowsThatAreGoneAreNotRun()
@@ -270,6 +272,15 @@ private Q_SLOTS:
         call("all of a row", u"GetLayout"_s, u"(3, 1, @as [])"_s,
             R"([2, [3, {"type": "separator", "label": "", "accessible-desc": "", "enabled": false,
                 "visible": true}, []]])");
+        call("all of a line", u"GetLayout"_s, u"(2, 0, @as [])"_s,
+            R"([2, [2, {"type": "standard", "label": "💰 Spend: $1.00", "accessible-desc": "💰 Spend: $1.00",
+                "enabled": false, "visible": true}, []]])");
+        call("all of a link", u"GetLayout"_s, u"(4, 0, @as [])"_s,
+            R"([2, [4, {"type": "standard", "label": "Open Ads Manager", "accessible-desc": "Open Ads Manager",
+                "enabled": true, "visible": true}, []]])");
+        call("all of a button", u"GetLayout"_s, u"(5, 0, @as [])"_s,
+            R"([2, [5, {"type": "standard", "label": "🔄 Refresh", "accessible-desc": "🔄 Refresh",
+                "enabled": true, "visible": true}, []]])");
         call("a property that no row has", u"GetLayout"_s, u"(2, 0, ['shortcut'])"_s, R"([2, [2, {}, []]])");
         call("one property", u"GetProperty"_s, u"(2, 'label')"_s, R"(["💰 Spend: $1.00"])");
         call("some properties of some rows", u"GetGroupProperties"_s, u"([6, 2, 99, 6], ['label'])"_s,
@@ -287,7 +298,10 @@ private Q_SLOTS:
         QFETCH(const QString, method);
         QFETCH(const QString, arguments);
         QFETCH(const QByteArray, answer);
+        QDesktopServices::setUrlHandler(u"https"_s, this, "openedUrl");
+        m_opened.clear();
         QCOMPARE(m_host->callMenu(method, arguments)[u"value"_s].toArray(), QJsonDocument::fromJson(answer).array());
+        expectNothingDone();
     }
 
     void theMenuSaysWhatItSpeaks()
@@ -368,6 +382,14 @@ private:
             MenuRow::divider(),
             MenuRow::button(u"Quit Vantelo"_s, [this] { ++m_quits; }),
         };
+    }
+
+    void expectNothingDone()
+    {
+        QCOMPARE(m_host->takeSignals(), QJsonArray()); // and whatever was on its way has arrived
+        QCoreApplication::processEvents();
+        QCOMPARE(m_refreshes + m_quits, 0);
+        QCOMPARE(m_opened, QList<QUrl>());
     }
 
     /// The ids of all rows once the menu has these.
