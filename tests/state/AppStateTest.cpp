@@ -3,6 +3,15 @@
 
 #include "AppStateFixture.h"
 
+namespace {
+
+// Spelled out: what a default is must not decide what it is compared with.
+constexpr TodayStats noImpressions{.impressions = 0, .spend = 0.0, .linkClicks = 0, .cpc = 0.0};
+constexpr SevenDayStats emptyWeek{
+    .spend = 0.0, .impressions = 0, .frequency = 0.0, .reach = 0, .cpc = 0.0, .ctr = 0.0, .conversions = 0};
+
+} // namespace
+
 /// What the state is at first, what it publishes, and the connection test.
 class AppStateTest : public AppStateFixture {
     Q_OBJECT
@@ -14,8 +23,8 @@ private Q_SLOTS:
     {
         m_state = AppState::create();
         QCOMPARE(nameOf(m_state->status()), u"noConfig"_s);
-        QVERIFY(m_state->today() == TodayStats());
-        QVERIFY(m_state->sevenDay() == SevenDayStats());
+        QVERIFY(m_state->today() == noImpressions);
+        QVERIFY(m_state->sevenDay() == emptyWeek);
         QVERIFY(!m_state->isLoading());
         QVERIFY(!m_state->lastRefresh());
         QCOMPARE(m_state->menuBarText(), u"Setup"_s);
@@ -40,11 +49,24 @@ private Q_SLOTS:
         QCOMPARE(m_preferences->stored(u"staleThresholdMinutes"_s).toString(), u"-5"_s);
     }
 
-    void launchAtLoginIsNeitherReadNorWritten()
+    void launchAtLoginIsLeftAsItIs_data()
     {
+        QTest::addColumn<QVariant>("before");
+        QTest::newRow("absent") << QVariant();
+        QTest::newRow("on") << QVariant(u"true"_s);
+        QTest::newRow("of another kind") << QVariant(u"at noon"_s);
+    }
+
+    void launchAtLoginIsLeftAsItIs()
+    {
+        QFETCH(const QVariant, before);
+        if (before.isValid())
+            m_preferences->write(u"launchAtLogin"_s, before);
         giveCredentials();
         launch();
-        QVERIFY(!m_preferences->stored(u"launchAtLogin"_s).isValid());
+        m_state->setAdAccountId(u"2"_s);
+        refresh();
+        QCOMPARE(m_preferences->stored(u"launchAtLogin"_s), before);
     }
 
     void credentialsAreNotTrimmed_data()
@@ -69,6 +91,24 @@ private Q_SLOTS:
         QTEST(m_state->hasCredentials(), "present");
     }
 
+    void blanksAroundAnAccountIdAreNotCutOff_data()
+    {
+        QTest::addColumn<QString>("accountId");
+        QTest::newRow("before") << u" 42"_s;
+        QTest::newRow("behind") << u"42 "_s;
+        QTest::newRow("a line break") << u"act_42\n"_s;
+    }
+
+    void blanksAroundAnAccountIdAreNotCutOff()
+    {
+        QFETCH(const QString, accountId);
+        giveCredentials(accountId);
+        serve(5);
+        launch();
+        QCOMPARE(nameOf(m_state->status()), u"error: Invalid API URL"_s);
+        QCOMPARE(m_service->requestsWith("insights"), 0);
+    }
+
     // Published changes
 
     void everyChangeIsAnnouncedBeforeItHappens()
@@ -91,6 +131,26 @@ private Q_SLOTS:
         const QSignalSpy changes(m_state.get(), &AppState::objectWillChange);
         m_state->setAccessToken(u"T"_s);
         QCOMPARE(changes.size(), 1);
+    }
+
+    void aRefreshWithoutCredentialsAnnouncesItsStatusAlone()
+    {
+        launchWith(90, 80, start - 600);
+        m_state->setAccessToken({});
+        const QSignalSpy changes(m_state.get(), &AppState::objectWillChange);
+        refresh();
+        QCOMPARE(changes.size(), 1);
+        QCOMPARE(nameOf(m_state->status()), u"noConfig"_s);
+    }
+
+    void aRefreshWithoutCredentialsLeavesAnotherOneLoading()
+    {
+        launchWith(90, 80, start - 600);
+        m_service->answerAll(Reply::silence());
+        Task::start(m_state->refresh());
+        m_state->setAccessToken({});
+        refresh();
+        QVERIFY(m_state->isLoading());
     }
 
     void theTimeOfTheLastRefreshIsTheClocks()
@@ -130,6 +190,18 @@ private Q_SLOTS:
         QCOMPARE(m_service->requestsWith("act_9/insights"), 3);
         QCOMPARE(m_service->requestsWith("date_preset=today"), 2);
         QCOMPARE(m_state->menuBarText(), u"5"_s);
+    }
+
+    void aTestSucceedsWhateverComesOfItsRefresh()
+    {
+        launch();
+        giveCredentials(u"9"_s);
+        m_service->answer([this](const LoopbackService::Request &) {
+            return m_service->requestsWith("act_9/insights") == 1 ? Reply::whole(impressions(5))
+                                                                  : Reply::whole(json("{'error': {'message': 'no'}}"));
+        });
+        QCOMPARE(test(), u"success"_s);
+        QCOMPARE(nameOf(m_state->status()), u"error: no"_s);
     }
 
     // What the user's title says

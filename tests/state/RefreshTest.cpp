@@ -254,18 +254,38 @@ private Q_SLOTS:
     void credentialsTakenAwayLeaveTheFigures()
     {
         launchWith(90, 80, start - 600);
+        m_service->answerInsights(impressions(90), json("{'data': [{'impressions': '700'}]}"));
+        TestClock::advance(60);
+        refresh();
+        const auto refreshed = m_state->lastRefresh();
         m_state->setAccessToken(QString());
         const qsizetype requests = m_service->requests().size();
+        TestClock::advance(60);
         refresh();
         QCOMPARE(nameOf(m_state->status()), u"noConfig"_s);
         QCOMPARE(m_state->today().impressions, 90);
-        QVERIFY(m_state->lastRefresh());
+        QCOMPARE(m_state->sevenDay().impressions, 700);
+        QVERIFY(refreshed && m_state->lastRefresh() == refreshed);
+        QCOMPARE(lastImpressions(), 90);
+        QCOMPARE(changeTime(), start);
+        QVERIFY(!m_state->isLoading());
         QCOMPARE(m_service->requests().size(), requests);
     }
 
     // Overlaps
 
     void overlappingRefreshesRunSideBySide()
+    {
+        giveCredentials();
+        serve(5);
+        launch();
+        m_service->answerAll(Reply::silence());
+        Task::start(m_state->refresh());
+        Task::start(m_state->refresh());
+        QTRY_COMPARE(m_service->requestsWith("date_preset=today"), 3); // none waits for another one's answer
+    }
+
+    void overlappingRefreshesBothFetchEverything()
     {
         giveCredentials();
         serve(5);

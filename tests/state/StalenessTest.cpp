@@ -96,6 +96,17 @@ private Q_SLOTS:
         QTEST(nameOf(m_state->status()), "status");
     }
 
+    void aThresholdOfZeroIsOverAMomentAfterTheRise()
+    {
+        m_preferences->write(u"staleThresholdMinutes"_s, 0);
+        launchWith(90, 90, start - 600);
+        serve(91);
+        connect(m_state.get(), &AppState::objectWillChange, this, [] { TestClock::advance(0.001); });
+        refresh();
+        QVERIFY(changeTime() > start);
+        QCOMPARE(nameOf(m_state->status()), u"stale"_s);
+    }
+
     void aChangeTimeIsKnownFromTheFirstMomentOf1970On_data()
     {
         QTest::addColumn<double>("changed");
