@@ -25,6 +25,7 @@ namespace {
 struct Drawing {
     MenuBarLabel label;
     MenuRows rows;
+    QStringList labels; ///< one after the other
     int redraws = 0;
     bool menuClosed = false;
 
@@ -44,6 +45,8 @@ public:
     void setLabel(const MenuBarLabel &label) override
     {
         m_drawing.label = label;
+        if (!m_drawing.labels.endsWith(label.whole()))
+            m_drawing.labels << label.whole();
         ++m_drawing.redraws;
     }
     void setRows(const MenuRows &rows) override { m_drawing.rows = rows; }
@@ -143,6 +146,33 @@ private Q_SLOTS:
         QCOMPARE(m_drawing.label.accessibleDescription, u"No credentials configured."_s);
     }
 
+    void credentialsTakenAwayBringTheLabelBackToSetup()
+    {
+        giveCredentials();
+        serve("1");
+        launch();
+        QTRY_COMPARE(m_drawing.label.whole(), u"🟢 1"_s);
+        QTRY_COMPARE(Task::running(), 0);
+        QCoreApplication::processEvents();
+        m_preferences->write(u"accessToken"_s, u""_s); // by another program, so that nobody tells
+        choose(u"🔄 Refresh"_s);
+        QTRY_COMPARE(m_drawing.label.whole(), u"⚪ Setup"_s);
+        QCOMPARE(m_drawing.texts().value(0), u"⚪ No credentials configured"_s);
+    }
+
+    void theCountStaysWhileARefreshIsOut()
+    {
+        giveCredentials();
+        serve("1");
+        launch();
+        QTRY_COMPARE(m_drawing.label.whole(), u"🟢 1"_s);
+        QTRY_COMPARE(Task::running(), 0);
+        serve("2");
+        choose(u"🔄 Refresh"_s);
+        QTRY_COMPARE(m_drawing.label.whole(), u"🟢 2"_s);
+        QCOMPARE(m_drawing.labels, QStringList({u"⚪ Setup"_s, u"🟢 1"_s, u"🟢 2"_s}));
+    }
+
     void aRefreshIsDrawnOncePerTurnOfTheEventLoop()
     {
         giveCredentials();
@@ -183,10 +213,7 @@ private Q_SLOTS:
         QTRY_VERIFY(QApplication::activeModalWidget());
         m_service->answerAll(Reply::silence());
         const qsizetype requests = m_service->requests().size();
-        for (const MenuRow &row : m_drawing.rows) {
-            if (row.text == u"🔄 Refresh"_s)
-                row.action();
-        }
+        choose(u"🔄 Refresh"_s);
         QTRY_COMPARE(m_service->requests().size(), requests + 1);
         const int redraws = m_drawing.redraws;
         m_drawing.rows.clear(); // they hold the state
@@ -228,6 +255,15 @@ private Q_SLOTS:
 
 private:
     void launch() { m_app = std::make_unique<VanteloApp>(std::make_unique<RecordingExtra>(m_drawing)); }
+
+    void choose(const QString &text) const
+    {
+        const MenuRows rows = m_drawing.rows; // the action may change them
+        for (const MenuRow &row : rows) {
+            if (row.text == text)
+                row.action();
+        }
+    }
 
     void giveCredentials()
     {
