@@ -16,6 +16,7 @@
 #include <QDialog>
 #include <QLabel>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QStyle>
 #include <QTest>
 
@@ -152,6 +153,14 @@ private Q_SLOTS:
         QCOMPARE(awaitAlert()->windowModality(), Qt::ApplicationModal);
     }
 
+    void anAlertKeepsToItsPlaceAmongTheWindows()
+    {
+        QTest::failOnWarning(QRegularExpression(u"raise"_s)); // which is what this platform says of the attempt
+        serve(feed("1.3.0"));
+        check(true);
+        QVERIFY(QTest::qWaitForWindowExposed(awaitAlert()));
+    }
+
     void downloadNowOpensTheAddress()
     {
         serve(feed("1.3.0"));
@@ -175,6 +184,18 @@ private Q_SLOTS:
         check(false);
         press(u"Download Now"_s);
         QTRY_COMPARE(m_opened, QList<QUrl>({QUrl(QString::fromLatin1(address))}));
+    }
+
+    void downloadNowLeavesTheFetchingToTheBrowser()
+    {
+        const QString address = m_service->origin() + u"/download"_s;
+        serve(json("{'version': '9', 'download_url': '") + address.toUtf8() + json("'}"));
+        check(false);
+        press(u"Download Now"_s);
+        QTRY_COMPARE(m_opened, QList<QUrl>({QUrl(address)}));
+        check(true); // whatever had been sent before has arrived by then
+        QTRY_COMPARE(m_service->requestsWith("/version.json"), 2);
+        QCOMPARE(m_service->requestsWith("/download"), 0);
     }
 
     void downloadNowIsTheDefault()
