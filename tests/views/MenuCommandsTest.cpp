@@ -3,6 +3,7 @@
 
 #include "Controls/Windows/Alert.h"
 #include "Foundation/Task.h"
+#include "Http/HttpSession.h"
 #include "Json.h"
 #include "LoopbackService.h"
 #include "State/AppState.h"
@@ -29,10 +30,13 @@ private Q_SLOTS:
 
     void aRowOpensItsWindow_data();
     void aRowOpensItsWindow();
+    void aTestInSettingsRenewsTheMenusFigures();
     void checkForUpdatesTellsWhatCameOfIt();
+    void checkForUpdatesMindsNothingThatIsUnderWay();
 
 private:
     void choose(const QString &text) const;
+    void giveCredentials() const;
 
     std::unique_ptr<TestPreferences> m_preferences;
     std::unique_ptr<LoopbackService> m_service;
@@ -51,6 +55,7 @@ void MenuCommandsTest::init()
 void MenuCommandsTest::cleanup()
 {
     WindowManager::shared().closeAll();
+    HttpSession::shared().cancelAll();
     Alert::dismissAll();
     QTRY_COMPARE(Task::running(), 0);
     m_state.reset();
@@ -64,6 +69,12 @@ void MenuCommandsTest::choose(const QString &text) const
     const auto row = std::ranges::find(body, text, &MenuRow::text);
     QVERIFY2(row != body.end(), qPrintable(text));
     row->action();
+}
+
+void MenuCommandsTest::giveCredentials() const
+{
+    m_state->setAccessToken(u"T"_s);
+    m_state->setAdAccountId(u"1"_s);
 }
 
 void MenuCommandsTest::aRowOpensItsWindow_data()
@@ -95,10 +106,34 @@ void MenuCommandsTest::aRowOpensItsWindow()
     QVERIFY(QTest::qWaitForWindowActive(windows.constFirst()));
 }
 
+void MenuCommandsTest::aTestInSettingsRenewsTheMenusFigures()
+{
+    giveCredentials();
+    m_service->answerAll(Reply::whole("{}"));
+    QCoro::waitFor(m_state->refresh());
+    choose(u"Settings…"_s);
+    m_service->answerAll(Reply::whole(json("{'data': [{'impressions': '7'}]}")));
+    QWidget *const settings = WindowTree::windows(u"Vantelo Settings"_s).constFirst();
+    QTest::mouseClick(WindowTree::find(settings, QAccessible::Button, u"Test Connection"_s), Qt::LeftButton);
+    QTRY_COMPARE(m_state->menuBarText(), u"7"_s);
+}
+
+void MenuCommandsTest::checkForUpdatesMindsNothingThatIsUnderWay()
+{
+    giveCredentials();
+    m_service->answerAll(Reply::whole("{}"));
+    QCoro::waitFor(m_state->refresh());
+    const qsizetype checks = m_service->requestsWith("version.json");
+    m_service->answerAll(Reply::silence());
+    choose(u"🔄 Refresh"_s);
+    choose(u"Check for Updates…"_s);
+    choose(u"Check for Updates…"_s);
+    QTRY_COMPARE(m_service->requestsWith("version.json"), checks + 2);
+}
+
 void MenuCommandsTest::checkForUpdatesTellsWhatCameOfIt()
 {
-    m_state->setAccessToken(u"T"_s);
-    m_state->setAdAccountId(u"1"_s);
+    giveCredentials();
     m_service->answerAll(Reply::whole(json("{'version': '0.0.0', 'download_url': 'x'}")));
     QCoro::waitFor(m_state->refresh());
     choose(u"Check for Updates…"_s);
