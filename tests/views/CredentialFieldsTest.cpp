@@ -87,12 +87,35 @@ private Q_SLOTS:
         QCOMPARE(m_preferences->stored(u"accessToken"_s), tokenField()->text());
     }
 
+    void openingTheFormWritesNothing_data()
+    {
+        QTest::addColumn<QVariant>("token");
+        QTest::addColumn<QVariant>("accountId");
+        QTest::addColumn<QVariant>("threshold");
+        QTest::newRow("nothing stored") << QVariant() << QVariant() << QVariant();
+        QTest::newRow("blanks, and more than the stepper gives")
+            << QVariant(u" EA "_s) << QVariant(u"42 "_s) << QVariant(u"500"_s);
+        QTest::newRow("empty, no prefix, and less than the stepper gives")
+            << QVariant(u""_s) << QVariant(u"42"_s) << QVariant(u"-5"_s);
+        QTest::newRow("between two steps") << QVariant(u"EA"_s) << QVariant(u"act_"_s) << QVariant(u"17"_s);
+        QTest::newRow("no number") << QVariant(u"EA"_s) << QVariant(u"ACT_1"_s) << QVariant(u"soon"_s);
+    }
+
     void openingTheFormWritesNothing()
     {
+        const QStringList keys{u"accessToken"_s, u"adAccountId"_s, u"staleThresholdMinutes"_s};
+        QFETCH(const QVariant, token);
+        QFETCH(const QVariant, accountId);
+        QFETCH(const QVariant, threshold);
+        const QVariantList before{token, accountId, threshold};
+        for (qsizetype i = 0; i < keys.size(); ++i) {
+            if (before[i].isValid())
+                m_preferences->write(keys[i], before[i]);
+        }
         open();
-        QCOMPARE(m_preferences->stored(u"accessToken"_s), QVariant());
-        QCOMPARE(m_preferences->stored(u"adAccountId"_s), QVariant());
-        QCOMPARE(m_preferences->stored(u"staleThresholdMinutes"_s), QVariant());
+        window()->close();
+        for (qsizetype i = 0; i < keys.size(); ++i)
+            QCOMPARE(m_preferences->stored(keys[i]), before[i]);
     }
 
     void closingTheWindowKeepsTheEdit()
