@@ -45,7 +45,6 @@ private Q_SLOTS:
     void eachOperationTouchesItsOwnWindowOnly();
     void theKeyboardClosesAWindow_data();
     void theKeyboardClosesAWindow();
-    void closingTheLastWindowKeepsTheProgramRunning();
     void closingAllWindowsLeavesNone();
 
 private:
@@ -272,15 +271,6 @@ void WindowManagerTest::theKeyboardClosesAWindow()
     QTest::keySequence(QApplication::focusWidget(), keys);
     QVERIFY(!window(title));
     QCOMPARE(WindowTree::windows(u"Vantelo Settings"_s).size() + WindowTree::windows(u"Setup Guide"_s).size(), 1);
-}
-
-void WindowManagerTest::closingTheLastWindowKeepsTheProgramRunning()
-{
-    QApplication::setQuitOnLastWindowClosed(false); // as the program does
-    open(u"Vantelo Settings"_s);
-    window(u"Vantelo Settings"_s)->close();
-    open(u"Vantelo Settings"_s);
-    QVERIFY(window(u"Vantelo Settings"_s));
 }
 
 void WindowManagerTest::closingAllWindowsLeavesNone()
