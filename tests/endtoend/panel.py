@@ -64,6 +64,11 @@ class Panel:
         self._host.call_menu("AboutToShow", "(0,)")
         self._host.call_menu("Event", "(0, 'opened', <0>, uint32 0)")
 
+    def hover(self, text):
+        """The pointer rests on the row."""
+        row = next(row["id"] for row in self._menu() if _text(row) == text)
+        self._host.call_menu("Event", f"({row}, 'hovered', <0>, uint32 0)")
+
     def ask_for_menu(self):
         """As panels do that leave its drawing to the program."""
         self._host.call_item("ContextMenu", "(600, 400)")

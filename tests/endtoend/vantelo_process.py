@@ -66,6 +66,11 @@ class VanteloProcess:
         with open(f"/proc/{self.pid}/smaps_rollup", encoding="ascii") as file:
             return 1024 * sum(int(line.split()[1]) for line in file if line.startswith("Private_Dirty:"))
 
+    def wake_ups(self):
+        """How often one of its threads has waited and gone on, so far."""
+        threads = [task.name for task in Path(f"/proc/{self.pid}/task").iterdir()]
+        return sum(int(self._status("voluntary_ctxt_switches", thread)) for thread in threads)
+
     def catches(self, signal_number):
         return bool(int(self._status("SigCgt"), 16) >> (signal_number - 1) & 1)
 
