@@ -46,10 +46,10 @@ def start_with_request_in_flight(stage):
     return program
 
 
-def start_with_alert(stage):
+def start_with_alert(stage, **environment):
     """A newer release is announced. Qt's own log tells when the alert's window has been drawn."""
     stage.website.answer = release("999.0")
-    program = stage.start(QT_LOGGING_RULES="qt.widgets.painting=true")
+    program = stage.start(QT_LOGGING_RULES="qt.widgets.painting=true", **environment)
     wait_until(lambda: re.search(r"Flushing .* of AlertBox", program.output), "the alert's window")
     stage.panel.wait_for_title("🟢 12,345")
     stage.panel.wait_for_rows(figure_rows())

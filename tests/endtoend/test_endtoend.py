@@ -138,7 +138,7 @@ def a_strangers_certificate_gets_no_request(stage):
         stage.graph.context = trusted
 
 
-def a_newer_release_does_not_hold_up_the_polls(stage):
+def an_open_alert_does_not_hold_up_a_refresh(stage):
     with start_with_alert(stage):
         stage.graph.answer = delivering(impressions=12346)
         stage.panel.click("🔄 Refresh")
@@ -203,7 +203,7 @@ STEPS = [
     a_count_that_stood_still_shows_red_at_once,
     an_error_shows_the_services_words,
     a_strangers_certificate_gets_no_request,
-    a_newer_release_does_not_hold_up_the_polls,
+    an_open_alert_does_not_hold_up_a_refresh,
     a_second_launch_brings_up_settings_of_the_first,
     the_token_went_nowhere_else,
 ]
