@@ -98,6 +98,6 @@ Connections::Watch Connections::watchOf(curl_socket_t socket, int what)
             connect(made, &QSocketNotifier::activated, this, [this, socket, event] { act(socket, event); });
         return std::unique_ptr<QSocketNotifier, void (*)(QSocketNotifier *)>(made, &retire);
     };
-    return {notifier((what & CURL_POLL_IN) != 0, QSocketNotifier::Read, CURL_CSELECT_IN),
-        notifier((what & CURL_POLL_OUT) != 0, QSocketNotifier::Write, CURL_CSELECT_OUT)};
+    return {.reading = notifier((what & CURL_POLL_IN) != 0, QSocketNotifier::Read, CURL_CSELECT_IN),
+        .writing = notifier((what & CURL_POLL_OUT) != 0, QSocketNotifier::Write, CURL_CSELECT_OUT)};
 }

@@ -36,7 +36,8 @@ QFuture<QByteArray> ProxyDirectory::proxyFor(const QUrl &address)
     if (asked && (known->answer.isFinished() || !known->overdue.hasExpired()))
         return known->answer;
     const auto patience = asked ? 2 * known->patience : m_patience;
-    return m_questions.insert(name, {ask(name), patience, QDeadlineTimer(patience)})->answer;
+    return m_questions.insert(name, {.answer = ask(name), .patience = patience, .overdue = QDeadlineTimer(patience)})
+        ->answer;
 }
 
 void ProxyDirectory::forgetAnswers()

@@ -94,21 +94,24 @@ std::size_t Transfer::readBody(const char *bytes, std::size_t size, std::size_t 
 {
     auto *const transfer = static_cast<Transfer *>(self);
     transfer->m_silence.start();
-    transfer->m_body.append(bytes, static_cast<qsizetype>(size * count));
+    transfer->m_body.append(bytes, static_cast<qsizetype>(size) * static_cast<qsizetype>(count));
     return transfer->m_body.size() <= HttpSession::maximumBodySize ? size * count : 0;
 }
 
 void Transfer::finish(CURLcode code)
 {
-    if (code == CURLE_WRITE_ERROR)
-        return fail(FailureText::tooLarge());
-    if (code != CURLE_OK)
-        return fail(FailureText::describe(m_curl.get(), code, !m_proxy.result().isEmpty()));
+    if (code != CURLE_OK) {
+        fail(code == CURLE_WRITE_ERROR ? FailureText::tooLarge()
+                                       : FailureText::describe(m_curl.get(), code, !m_proxy.result().isEmpty()));
+        return;
+    }
     long status = 0;
     curl_easy_getinfo(m_curl.get(), CURLINFO_RESPONSE_CODE, &status);
     constexpr long firstFinalStatus = 200;
-    if (status < firstFinalStatus)
-        return fail(FailureText::unreadable());
+    if (status < firstFinalStatus) {
+        fail(FailureText::unreadable());
+        return;
+    }
     const char *redirection = nullptr;
     curl_easy_getinfo(m_curl.get(), CURLINFO_REDIRECT_URL, &redirection);
     TransferReply reply{.body = std::move(m_body), .redirection = {}};

@@ -33,6 +33,7 @@ public:
 
     Transfer(QUrl url, std::shared_ptr<Connections> connections, const QFuture<QByteArray> &proxy);
     ~Transfer() override;
+    Q_DISABLE_COPY_MOVE(Transfer)
 
     /// Ends it as cancelled; whoever awaits it goes on before this returns.
     void cancel();

@@ -66,8 +66,10 @@ void DefaultsStore::save()
 void DefaultsStore::trySaving()
 {
     const PreferenceStorage::Outcome outcome = m_storage->sync();
-    if (outcome == PreferenceStorage::Outcome::Busy && !m_patience.hasExpired())
-        return m_nextTry.start();
+    if (outcome == PreferenceStorage::Outcome::Busy && !m_patience.hasExpired()) {
+        m_nextTry.start();
+        return;
+    }
     m_nextTry.stop();
     tell(outcome != PreferenceStorage::Outcome::Done);
 }

@@ -24,7 +24,7 @@ bool isContinued(const QTextBlock &line) { return line.isValid() && line.text().
 int runnableStart(const QTextBlock &line)
 {
     const QString text = line.text();
-    const auto word = std::find_if(text.begin(), text.end(), [](QChar character) { return character != u' '; });
+    const auto *const word = std::ranges::find_if(text, [](QChar character) { return character != u' '; });
     return isContinued(line.previous()) ? static_cast<int>(word - text.begin()) : 0;
 }
 

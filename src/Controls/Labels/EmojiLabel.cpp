@@ -21,7 +21,7 @@ QList<QTextLayout::FormatRange> emojiRanges(const QString &text)
     QList<QTextLayout::FormatRange> ranges;
     for (qsizetype at = text.indexOf(emojiSelector, 1); at > 0; at = text.indexOf(emojiSelector, at + 1)) {
         const int length = text[at - 1].isLowSurrogate() ? 3 : 2;
-        ranges.append({static_cast<int>(at) + 1 - length, length, emoji});
+        ranges.append({.start = static_cast<int>(at) + 1 - length, .length = length, .format = emoji});
     }
     return ranges;
 }

@@ -40,10 +40,10 @@ bool isLineBreak(QChar character)
 QString withoutBlankEnds(const QString &text)
 {
     const auto isVisible = [](QChar character) { return !character.isSpace(); };
-    const auto word = std::find_if(text.begin(), text.end(), isVisible);
+    const auto *const word = std::ranges::find_if(text, isVisible);
     if (word == text.end())
         return {};
-    const auto end = std::find_if(text.rbegin(), std::make_reverse_iterator(word), isVisible).base();
+    const auto *const end = std::find_if(text.rbegin(), std::make_reverse_iterator(word), isVisible).base();
     const auto lineBreak = std::find_if(std::make_reverse_iterator(word), text.rend(), isLineBreak);
     return QString(lineBreak.base(), end - lineBreak.base());
 }

@@ -19,7 +19,7 @@ QByteArray SystemProxy::forServer(const QByteArray &server)
     const Factory factory(px_proxy_factory_new(), &px_proxy_factory_free);
     const Answers answers(
         px_proxy_factory_get_proxies(factory.get(), server.constData()), &px_proxy_factory_free_proxies);
-    const QByteArray first = answers ? QByteArray(*answers) : QByteArray();
+    QByteArray first = answers ? QByteArray(*answers) : QByteArray();
     if (first.startsWith("direct:"))
         return {};
     // The version that names are resolved by the proxy in, as everywhere else.

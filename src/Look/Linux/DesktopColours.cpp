@@ -97,8 +97,8 @@ void DesktopColours::onGnomeSettingsChanged(const QString &prefix, const QString
 {
     // A change of one setting has its whole path as the prefix; one of several has a common beginning.
     const QString changed = u"/org/gnome/desktop/interface/color-scheme"_s;
-    const bool told = keys.isEmpty() || std::any_of(keys.begin(), keys.end(),
-                                            [&](const QString &key) { return changed.startsWith(prefix + key); });
+    const bool told = keys.isEmpty() ||
+                      std::ranges::any_of(keys, [&](const QString &key) { return changed.startsWith(prefix + key); });
     if (changed.startsWith(prefix) && told && !m_portalTells)
         askGnome();
 }

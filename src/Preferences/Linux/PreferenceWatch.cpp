@@ -5,6 +5,8 @@
 
 #include <QFileInfo>
 
+#include <utility>
+
 using namespace std::chrono_literals;
 
 namespace {
@@ -14,7 +16,7 @@ constexpr auto settling = 100ms;
 
 } // namespace
 
-PreferenceWatch::PreferenceWatch(const QString &path, std::function<void()> changed) : m_path(path)
+PreferenceWatch::PreferenceWatch(QString path, std::function<void()> changed) : m_path(std::move(path))
 {
     m_pause.setSingleShot(true);
     m_pause.setInterval(settling);

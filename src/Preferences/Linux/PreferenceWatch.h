@@ -14,7 +14,7 @@ class PreferenceWatch : public QObject {
     Q_OBJECT
 
 public:
-    PreferenceWatch(const QString &path, std::function<void()> changed);
+    PreferenceWatch(QString path, std::function<void()> changed);
 
 private:
     void lookAgain();
