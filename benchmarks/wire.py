@@ -5,7 +5,8 @@
     wire.py BUILD
 
 A poll finds its connection closed, as after ten minutes. A round trip is a change of the talking side on a connection;
-connecting one costs another, which the relay cannot delay.
+connecting one costs another, which the relay cannot delay. What is still said on the one that was closed, a goodbye,
+delays nobody and does not count.
 """
 
 import socket
@@ -28,10 +29,13 @@ class Relay:
     def __init__(self, target):
         self._target = target
         self._listener = socket.create_server((RELAY, 443))
+        self._generation = 0
         self.forget()
         threading.Thread(target=self._accept, daemon=True).start()
 
     def forget(self):
+        """Begins to count anew, and leaves out the connections that exist."""
+        self._generation += 1
         self.connections = self.round_trips = self.bytes_sent = self.bytes_received = 0
 
     def _accept(self):
@@ -41,16 +45,20 @@ class Relay:
             server = socket.create_connection((self._target, 443))
             for end in (client, server):
                 end.setsockopt(socket.IPPROTO_TCP, socket.TCP_NODELAY, 1)
-            last = {"side": "server"}
+            last = {"side": "server", "generation": self._generation}
             self._pass_on(client, server, lambda count, last=last: self._sent(count, last))
             self._pass_on(server, client, lambda count, last=last: self._received(count, last))
 
     def _sent(self, count, last):
+        if last["generation"] != self._generation:
+            return
         self.bytes_sent += count
         self.round_trips += last["side"] == "server"
         last["side"] = "client"
 
     def _received(self, count, last):
+        if last["generation"] != self._generation:
+            return
         self.bytes_received += count
         last["side"] = "server"
 
