@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Sees the first window that has painted itself; its children have painted by the time it is asked.
+/// Sees that a window paints; all of it has painted by the time it is asked.
 class PaintWatch : public QObject {
 public:
     PaintWatch() { qApp->installEventFilter(this); }
@@ -26,7 +26,7 @@ public:
 
     bool eventFilter(QObject *watched, QEvent *event) override
     {
-        if (event->type() == QEvent::Paint && watched->isWidgetType() && static_cast<QWidget *>(watched)->isWindow())
+        if (event->type() == QEvent::Paint && watched->isWidgetType())
             m_hasPainted = true;
         return false;
     }
