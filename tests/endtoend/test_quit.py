@@ -51,7 +51,7 @@ def it_ends_at_once_while_a_name_server_is_silent(stage):
 
 def it_ends_at_once_while_a_proxy_configuration_server_is_silent(stage):
     with SilentServer((NOBODY, 80)) as server:
-        configuration = {"https_proxy": f"pac+http://{NOBODY}/proxy.pac"}
+        configuration = {"https_proxy": f"pac+http://{NOBODY}:80/proxy.pac"}
         end_from(stage, {"a proxy being asked for": lambda stage: start_and_ask(stage, server, **configuration)})
 
 

@@ -10,6 +10,7 @@ moved, and a timer on it whose time has passed goes off.
 """
 
 import signal
+import socket
 import subprocess
 import sys
 from pathlib import Path
@@ -136,7 +137,7 @@ def lose_connections(stage):
         pass  # the service never learns that a connection was lost, and so tells of the earlier ones again
     for port in stage.graph.client_ports():
         for way in (["sport", str(port), "dport", "443"], ["sport", "443", "dport", str(port)]):
-            _ip("rule", "add", "pref", "1", "ipproto", "tcp", *way, "blackhole")
+            _ip("rule", "add", "pref", "1", "ipproto", str(socket.IPPROTO_TCP), *way, "blackhole")
 
 
 def let_rules_precede_local_addresses(stage):

@@ -169,7 +169,7 @@ def a_proxy_that_does_not_help_is_told(stage):
 
 
 def a_proxy_configuration_out_of_reach_is_done_without(stage):
-    with start_and_settle(stage, https_proxy="pac+http://127.0.0.97/proxy.pac"):  # where nobody listens
+    with start_and_settle(stage, https_proxy="pac+http://127.0.0.97:80/proxy.pac"):  # where nobody listens
         pass
     expect(stage.targets(), START, "Requests")
 
