@@ -48,7 +48,8 @@ class Stage:
         return VanteloProcess(self.binary, {**self.environment, **environment}, under)
 
     def wait_for_requests(self, count):
-        wait_until(lambda: len(self.journal) >= count, lambda: f"request {count}; so far {self.targets()}")
+        while (so_far := len(self.journal)) < count:  # patience is for the next one: many take a busy machine long
+            wait_until(lambda: len(self.journal) > so_far, lambda: f"request {count}; so far {self.targets()}")
 
     def connections(self, since=None):
         """(connections, TLS handshakes) of each host, or what came since an earlier result; hosts without any are
