@@ -8,6 +8,8 @@
 
 #include <QProcess>
 #include <QTest>
+#include <QWidget>
+#include <QWindow>
 
 using namespace Qt::StringLiterals;
 
@@ -59,6 +61,8 @@ private Q_SLOTS:
 
         asked({u"set_desktop"_s, u"1"_s});
         QTRY_COMPARE(onTheScreen(), QStringList());
+        const QWidget *const guide = WindowTree::windows(u"Setup Guide"_s).first();
+        QTRY_VERIFY(!guide->windowHandle()->isExposed()); // nobody asks before the program has heard of the change
         WindowManager::shared().openSetupGuide();
         QTRY_COMPARE(onTheScreen(), QStringList{u"Setup Guide"_s});
         QCOMPARE(asked({u"get_desktop"_s}), u"1"_s);
