@@ -74,9 +74,10 @@ def the_first_poll_waits_for_the_network(stage):
         with start_and_settle(stage, **sleeper.environment, **manager.environment) as program:
             expect(manager.visitors(), 0, "Programs on the system bus before a sleep")
             manager.state = network_manager.ASLEEP
+            asked = manager.questions  # newer releases of libproxy ask by themselves at the start
             lose_connections(stage)
             sleeper.sleep(program, NIGHT)
-            wait_until(lambda: manager.questions, "the question for the network")
+            wait_until(lambda: manager.questions > asked, "the question for the network")
             for state in (network_manager.DISCONNECTED, network_manager.CONNECTING, network_manager.LOCAL,
                           network_manager.SITE):
                 manager.become(state)
