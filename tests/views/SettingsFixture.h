@@ -7,6 +7,7 @@
 #include "Foundation/Task.h"
 #include "Json.h"
 #include "LoopbackService.h"
+#include "Pictures.h"
 #include "State/AppState.h"
 #include "TestClock.h"
 #include "TestDeployment.h"
@@ -46,6 +47,7 @@ private Q_SLOTS:
 
     void cleanup()
     {
+        Pictures::keepIfFailed();
         WindowManager::shared().closeAll();
         m_service.reset(); // whatever is still out fails now
         QTRY_COMPARE(Task::running(), 0);
