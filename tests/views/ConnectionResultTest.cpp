@@ -70,6 +70,16 @@ private Q_SLOTS:
         QVERIFY(shows(u"Error validating access token"_s));
     }
 
+    void aFailureWithoutAMessageIsAFailure()
+    {
+        openWithCredentials();
+        m_service->answerAll(LoopbackService::Reply::whole(errorSaying("")));
+        QTest::mouseClick(testButton(), Qt::LeftButton);
+        QTRY_COMPARE(shownSymbols(), QStringList{u"xmark.circle.fill"_s});
+        QVERIFY(WindowTree::find(window(), QAccessible::Notification, u"Connection failed"_s));
+        QCOMPARE(success(), QString());
+    }
+
     void aRunningTestShowsAWheelAndDisablesTheButton()
     {
         openWithCredentials();
@@ -81,6 +91,7 @@ private Q_SLOTS:
         QCoreApplication::processEvents();
         QCOMPARE(testButton()->size(), size);
         QVERIFY(!testButton()->isEnabled());
+        QVERIFY(button(u"Setup Guide"_s)->isEnabled());
         QVERIFY(testButton()->property("spinning").toBool());
         const QImage before = testButton()->grab().toImage();
         QTRY_VERIFY(testButton()->grab().toImage() != before); // it turns
@@ -151,13 +162,26 @@ private Q_SLOTS:
         QVERIFY(m_service->requestsWith("access_token=EAtyped") > 0);
     }
 
+    void editingAFieldKeepsTheResult_data()
+    {
+        QTest::addColumn<QByteArray>("today");
+        QTest::addColumn<QString>("symbol");
+        QTest::newRow("success") << someFigures << u"checkmark.circle.fill"_s;
+        QTest::newRow("failure") << apiError << u"xmark.circle.fill"_s;
+    }
+
     void editingAFieldKeepsTheResult()
     {
+        QFETCH(const QByteArray, today);
+        QFETCH(const QString, symbol);
         openWithCredentials();
+        m_service->answerInsights(today, someFigures);
         runTest();
         QTest::keyClicks(accountField(), u"2"_s);
+        QTest::keyClicks(tokenField(), u"3"_s);
+        QTest::mouseClick(stepperButton(u"Increase"_s), Qt::LeftButton);
         QCoreApplication::processEvents();
-        QCOMPARE(success(), u"Connected successfully!"_s);
+        QCOMPARE(shownSymbols(), QStringList{symbol});
     }
 
     void aWindowOpenedAnewShowsNoResult()
@@ -222,6 +246,17 @@ private Q_SLOTS:
         QCOMPARE(m_state->lastRefresh().has_value(), today == someFigures);
         reopen();
         QCOMPARE(success() + failure(), QString());
+    }
+
+private:
+    /// Of all rows that tell an outcome.
+    QStringList shownSymbols() const
+    {
+        QStringList symbols;
+        for (const ResultRow *row : window()->findChildren<ResultRow *>())
+            if (row->isVisible())
+                symbols << row->symbolName();
+        return symbols;
     }
 };
 
