@@ -287,23 +287,6 @@ private Q_SLOTS:
         QTRY_COMPARE(WindowTree::clippedTexts(window()), QStringList());
         QCOMPARE(label(u"Stale threshold (minutes)"_s)->font().pointSizeF(), 26.0);
     }
-
-    void coloursFollowThePaletteAtRunTime()
-    {
-        openWithCredentials();
-        runTest();
-        QLabel *const secondary = label(u"Access Token"_s);
-        QWidget *const result = WindowTree::find(window(), QAccessible::Notification, u"Connected successfully!"_s);
-        const QColor inLight = secondary->palette().color(QPalette::WindowText);
-        const QImage rowInLight = result->grab().toImage();
-        QVERIFY(inLight.lightness() < 128);
-        {
-            const WindowTree::SystemPalette dark(WindowTree::darkPalette());
-            QTRY_VERIFY(secondary->palette().color(QPalette::WindowText).lightness() > 128);
-            QVERIFY(result->grab().toImage() != rowInLight);
-        }
-        QTRY_COMPARE(secondary->palette().color(QPalette::WindowText), inLight);
-    }
 };
 
 QTEST_MAIN(SettingsViewTest)
