@@ -25,8 +25,8 @@ inline QImage of(QWidget *window, const QWidget *widget)
 inline QImage part(const QImage &picture, const QRect &points)
 {
     const double ratio = picture.devicePixelRatio();
-    return picture.copy(
-        QRectF(points.x() * ratio, points.y() * ratio, points.width() * ratio, points.height() * ratio).toRect());
+    const QRectF pixels(points.x() * ratio, points.y() * ratio, points.width() * ratio, points.height() * ratio);
+    return picture.copy(pixels.toRect() & picture.rect());
 }
 
 /// The pixel that this point begins with; a negative one is counted from the other end.

@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QRegularExpression>
 #include <QScrollArea>
 #include <QTest>
 
@@ -24,11 +25,12 @@ inline void keepIfFailed()
     if (!folder.mkpath(u"."_s))
         return;
     for (QWidget *window : QApplication::topLevelWidgets()) {
-        if (!window->isVisible() || window->windowTitle().isEmpty())
+        if (!window->isVisible())
             continue;
         auto *const area = window->findChild<QScrollArea *>();
-        const QString title = (name + QStringList(window->windowTitle())).join(u'-');
-        const QString path = QDir::cleanPath(folder.absoluteFilePath(QString(title).replace(u' ', u'_') + u".png"_s));
+        QString title = (name + QStringList(window->accessibleName() + window->windowTitle())).join(u'-');
+        title.replace(QRegularExpression(u"[^\\w.-]+"_s), u"_"_s);
+        const QString path = QDir::cleanPath(folder.absoluteFilePath(title + u".png"_s));
         if ((area ? area->widget() : window)->grab().save(path))
             qInfo("a picture: %s", qPrintable(path));
     }
