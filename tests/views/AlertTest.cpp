@@ -4,6 +4,8 @@
 #include "Controls/Windows/Alert.h"
 
 #include "Foundation/Task.h"
+#include "PaintedPixels.h"
+#include "Pictures.h"
 #include "WindowTree.h"
 
 #include <QElapsedTimer>
@@ -43,6 +45,7 @@ class AlertTest : public QObject {
 private Q_SLOTS:
     void cleanup()
     {
+        Pictures::keepIfFailed();
         Alert::dismissAll();
         QTRY_COMPARE(Task::running(), 0);
     }
@@ -125,6 +128,18 @@ private Q_SLOTS:
         open(lines(8));
         for (int offset = 0; offset < text()->characterCount(); ++offset)
             QVERIFY(isInSight(offset));
+    }
+
+    void theFirstButtonHasTheFocusAndTheTextNoCaret()
+    {
+        open(u"  Version 2"_s); // the caret would stand before the blanks
+        const auto *const button = qobject_cast<QPushButton *>(QApplication::focusWidget());
+        QVERIFY(button);
+        QCOMPARE(button->text(), u"Download Now"_s);
+        const QImage text = PaintedPixels::of(alert(), qobject_cast<QWidget *>(textNode()->object()));
+        const QColor ground = PaintedPixels::ground(text);
+        QVERIFY(PaintedPixels::ink(text, ground).isValid());
+        QVERIFY(PaintedPixels::ink(PaintedPixels::part(text, {0, 0, 3, 40}), ground).isEmpty());
     }
 
     void theKeysOfTheButtonsWorkFromTheText_data()

@@ -134,7 +134,7 @@ void AlertBox::fit(QPlainTextEdit *text) const
 
 QWidget *AlertBox::buttons(const QStringList &texts)
 {
-    auto *const row = new QDialogButtonBox;
+    auto *const row = new QDialogButtonBox(this); // whose focus the button's is to be
     row->setCenterButtons(style()->styleHint(QStyle::SH_MessageBox_CenterButtons, nullptr, this) != 0);
     for (qsizetype index = 0; index < texts.size(); ++index) {
         const auto role = index == 0 ? QDialogButtonBox::AcceptRole : QDialogButtonBox::RejectRole;
