@@ -10,6 +10,9 @@
 #include <QAbstractButton>
 #include <QClipboard>
 #include <QDesktopServices>
+#include <QDrag>
+#include <QMimeData>
+#include <QMouseEvent>
 #include <QPlainTextEdit>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -56,6 +59,7 @@ private Q_SLOTS:
     void theCommandKeepsItsFiveLinesAndScrollsSideways();
     void theWholeCommandIsVisibleFromTopToBottom();
     void theCommandCanBeSelectedAndCopied();
+    void theCommandIsDraggedAsItCanBeRun();
     void theWheelOverTheCommandScrollsThePage();
 
     void thePageWrapsInANarrowWindow();
@@ -291,6 +295,21 @@ void SetupGuideViewTest::theCommandCanBeSelectedAndCopied()
     QCOMPARE(QApplication::clipboard()->text(), QString(command).replace(u"\n  "_s, u"\n"_s));
     QTest::keyClicks(codeBlock(), u"typed"_s);
     QCOMPARE(codeBlock()->toPlainText(), command);
+}
+
+void SetupGuideViewTest::theCommandIsDraggedAsItCanBeRun()
+{
+    codeBlock()->selectAll();
+    QWidget *const text = codeBlock()->viewport();
+    const QPoint start = codeBlock()->cursorRect(QTextCursor(codeBlock()->document())).center() + QPoint(20, 0);
+    QTest::mousePress(text, Qt::LeftButton, {}, start);
+    const QPointF end = start + QPointF(2.0 * QApplication::startDragDistance(), 0.0);
+    QMouseEvent move(QEvent::MouseMove, end, text->mapToGlobal(end), Qt::NoButton, Qt::LeftButton, {});
+    QApplication::sendEvent(text, &move); // here a drag ends at once, and is there until the event loop comes round
+    const auto *const drag = text->findChild<QDrag *>();
+    QVERIFY(drag);
+    QCOMPARE(drag->mimeData()->text(), QString(command).replace(u"\n  "_s, u"\n"_s));
+    QCOMPARE(drag->mimeData()->formats(), QStringList{u"text/plain"_s});
 }
 
 void SetupGuideViewTest::theWheelOverTheCommandScrollsThePage()
