@@ -6,13 +6,25 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QTemporaryFile>
+#include <QWindow>
 
-/// The windows on a screen that they are too tall for, as with 1920 × 1080 at 200 %.
+/// The windows on a screen that they are too tall for, 1920 × 1080 at 200 %, and on the way to one that has room.
 class SmallScreenTest : public SettingsFixture {
     Q_OBJECT
 
 public:
-    static void initMain() { qputenv("QT_SCALE_FACTOR", "1.4"); } // the platform's screen has 800 × 800 pixels
+    static void initMain()
+    {
+        static QTemporaryFile screens;
+        if (!screens.open())
+            qFatal("no file for the screens");
+        screens.write(R"({"screens": [
+            {"name": "small", "x": 0, "y": 0, "width": 960, "height": 540, "logicalDpi": 96, "dpr": 2},
+            {"name": "large", "x": 960, "y": 0, "width": 1200, "height": 1000, "logicalDpi": 96, "dpr": 1}]})");
+        screens.flush();
+        qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + screens.fileName().toUtf8());
+    }
 
 private Q_SLOTS:
     void theScreenIsSmall()
@@ -84,8 +96,35 @@ private Q_SLOTS:
         QVERIFY(isInSight(lastBox));
     }
 
+    void settingsFitsEachScreenThatItComesTo()
+    {
+        openWithCredentials();
+        window()->windowHandle()->setScreen(large());
+        QTRY_COMPARE(window()->height(), 560);
+        QCOMPARE(window()->width(), 500);
+        QTRY_VERIFY(!area()->verticalScrollBar()->isVisible());
+        window()->windowHandle()->setScreen(small());
+        QTRY_VERIFY(window()->height() < screen().height());
+        QTRY_VERIFY(area()->verticalScrollBar()->isVisible());
+        QCOMPARE(WindowTree::clippedTexts(window()), QStringList());
+    }
+
+    void theGuideFitsASmallerScreenThatItComesTo()
+    {
+        WindowManager::shared().openSetupGuide();
+        QWidget *const guide = WindowTree::windows(u"Setup Guide"_s).value(0);
+        guide->windowHandle()->setScreen(large());
+        QTRY_COMPARE(guide->minimumHeight(), 600);
+        guide->resize(700, 900);
+        guide->windowHandle()->setScreen(small());
+        QTRY_VERIFY(guide->height() < screen().height());
+        QCOMPARE(guide->width(), 700);
+    }
+
 private:
-    static QRect screen() { return QGuiApplication::primaryScreen()->availableGeometry(); }
+    static QScreen *small() { return QGuiApplication::screenAt({0, 0}); }
+    static QScreen *large() { return QGuiApplication::screenAt({1000, 0}); }
+    static QRect screen() { return small()->availableGeometry(); }
     static bool isInSight(const QWidget *widget) { return widget->visibleRegion() == QRegion(widget->rect()); }
     QScrollArea *area() const { return window()->findChild<QScrollArea *>(); }
 };

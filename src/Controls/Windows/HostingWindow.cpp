@@ -82,7 +82,7 @@ private:
 } // namespace
 
 HostingWindow::HostingWindow(QWidget *view, const QString &title, QSize contentSize, Sizing sizing)
-    : QWidget(nullptr, flagsFor(sizing))
+    : QWidget(nullptr, flagsFor(sizing)), m_content(view), m_leastSize(view->minimumSize())
 {
     ColourPreference::follow();
     AccessibleRole::give(this, QAccessible::Window);
@@ -95,14 +95,13 @@ HostingWindow::HostingWindow(QWidget *view, const QString &title, QSize contentS
     layout->setContentsMargins(0, 0, 0, 0);
     if (sizing == Sizing::FitsContent) {
         view->setMinimumSize(view->minimumSize().expandedTo(contentSize));
-        layout->addWidget(new FittingArea(view));
+        m_content = new FittingArea(view);
+        m_leastSize = {0, 0}; // it asks the screen itself
         layout->setSizeConstraint(QLayout::SetFixedSize);
-    } else {
-        const QSize room = ScreenRoom::forContent(screen()).size();
-        view->setMinimumSize(view->minimumSize().boundedTo(room));
-        layout->addWidget(view);
-        resize(contentSize.boundedTo(room));
     }
+    layout->addWidget(m_content);
+    resize(contentSize);
+    fitScreen();
     for (const QKeySequence &keys : {QKeySequence(Qt::Key_Escape), QKeySequence(Qt::CTRL | Qt::Key_W)})
         connect(new QShortcut(keys, this), &QShortcut::activated, this, &QWidget::close);
 }
@@ -121,6 +120,44 @@ void HostingWindow::bringToFront()
     raise();
     activateWindow();
     activateIgnoringOtherApps(winId());
+}
+
+void HostingWindow::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    connect(windowHandle(), &QWindow::screenChanged, this, &HostingWindow::followScreen, Qt::UniqueConnection);
+    followScreen();
+}
+
+void HostingWindow::followScreen()
+{
+    disconnect(m_screenChange);
+    m_screenChange = connect(screen(), &QScreen::availableGeometryChanged, this, [this] {
+        fitScreen();
+        moveIntoSight();
+    });
+    fitScreen();
+}
+
+void HostingWindow::fitScreen()
+{
+    const QSize room = ScreenRoom::forContent(screen()).size();
+    m_content->setMinimumSize(m_leastSize.boundedTo(room));
+    m_content->updateGeometry();
+    layout()->activate();
+    if (!isMaximized())
+        resize(size().boundedTo(room));
+}
+
+/// A window that the user drags to another screen is left where it is.
+void HostingWindow::moveIntoSight()
+{
+    const QRect area = screen()->availableGeometry();
+    const QRect frame = frameGeometry();
+    if (isMaximized() || area.contains(frame))
+        return;
+    const QPoint last = area.bottomRight() - QPoint(frame.width() - 1, frame.height() - 1);
+    move(std::max(std::min(frame.x(), last.x()), area.x()), std::max(std::min(frame.y(), last.y()), area.y()));
 }
 
 void HostingWindow::changeEvent(QEvent *event)

@@ -5,7 +5,8 @@
 
 #include <QWidget>
 
-/// An ordinary window around one view. It is deleted when it is closed; Escape and Ctrl+W close it.
+/// An ordinary window around one view. It is deleted when it is closed; Escape and Ctrl+W close it. It is never larger
+/// than its screen has room for, also where that changes or is another one.
 class HostingWindow : public QWidget {
     Q_OBJECT
 
@@ -23,4 +24,14 @@ public:
 
 protected:
     void changeEvent(QEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+
+private:
+    void followScreen();
+    void fitScreen();
+    void moveIntoSight();
+
+    QWidget *m_content;
+    QSize m_leastSize; ///< that the view asks for, where the screen has room for it
+    QMetaObject::Connection m_screenChange;
 };
