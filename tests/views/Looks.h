@@ -34,7 +34,6 @@ inline void desktops()
 {
     unchangingDesktops();
     QTest::newRow("turned dark") << lightPalette() << WindowTree::darkPalette();
-    QTest::newRow("turned light") << WindowTree::darkPalette() << lightPalette();
 }
 
 /// The row's desktop while the object lives.
