@@ -272,6 +272,34 @@ private Q_SLOTS:
         QCOMPARE(m_service->connections(), 1);
     }
 
+    void aRequestGoesOutTwiceAtMostWhereAnOldConnectionTurnsOutClosed_data()
+    {
+        QTest::addColumn<Reply>("second");
+        QTest::addColumn<QString>("outcome");
+        QTest::newRow("then served") << Reply::whole(body) << QString::fromUtf8(body);
+        QTest::newRow("then closed again") << Reply::raw({}) << u"failed: The connection was lost."_s;
+    }
+
+    void aRequestGoesOutTwiceAtMostWhereAnOldConnectionTurnsOutClosed()
+    {
+        QFETCH(const Reply, second);
+        QFETCH(const QString, outcome);
+        QCOMPARE(fetch(address()), u"{}"_s);
+        m_service->answer([&](const LoopbackService::Request &) {
+            return m_service->requestsWith("/next") == 1 ? Reply::raw({}) : second;
+        });
+        QCOMPARE(fetch(m_service->origin() + u"/next"_s), outcome);
+        QCOMPARE(m_service->requestsWith("/next"), 2);
+        QCOMPARE(m_service->connections(), 2);
+    }
+
+    void aRequestOnANewConnectionGoesOutOnce()
+    {
+        m_service->answerAll(Reply::raw({}));
+        QCOMPARE(fetch(address()), u"failed: The connection was lost."_s);
+        QCOMPARE(m_service->requests().size(), 1);
+    }
+
     void forgottenConnectionsAreNotUsedAgain()
     {
         m_service->answerAll(Reply::whole(body));
