@@ -2,6 +2,9 @@
 // SPDX-License-Identifier: MIT
 
 #include "Look/SystemSymbol.h"
+#include "Look/macOS/SymbolPicture.h"
+#include "Machine/OnlineWatch.h"
+#include "Machine/macOS/Waking.h"
 #include "MenuBar/MenuBarExtra.h"
 #include "Process/Activation.h"
 #include "Process/SingleInstance.h"
@@ -9,6 +12,7 @@
 
 #include <QImage>
 #include <QPainter>
+#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -61,7 +65,7 @@ private Q_SLOTS:
         m_pool.reset();
         QStringList left = AppKit::objects();
         for (const auto *const lasting : {"NSApplication", "NSStatusBar", "NSView", "NSWindow", "NSWorkspace",
-                 "NSRunningApplication", "NSURL", "Unhiding"})
+                 "NSNotificationCenter", "NSRunningApplication", "NSURL", "Unhiding"})
             left.removeAll(QLatin1String(lasting));
         QCOMPARE(left, QStringList());
         AppKit::requests();
@@ -124,6 +128,20 @@ private Q_SLOTS:
         AppKit::sendAction(0);
         QCOMPARE(m_chosen, QStringList{u"done"_s});
         QCOMPARE(titles(), QStringList({u"One"_s, u"Two"_s}));
+    }
+
+    void anActionOutlivesItsRow()
+    {
+        auto held = std::make_shared<int>();
+        m_extra->setRows({MenuRow::button(u"Refresh"_s, [this, held] {
+            auto &chosen = m_chosen;
+            const std::weak_ptr<int> mine = held;
+            m_extra->setRows(rows({u"Refreshing"_s})); // the same item
+            chosen << (mine.expired() ? u"gone"_s : u"done"_s);
+        })});
+        held.reset();
+        AppKit::sendAction(0);
+        QCOMPARE(m_chosen, QStringList{u"done"_s});
     }
 
     void aLineCannotBeChosen()
@@ -274,6 +292,8 @@ private Q_SLOTS:
         QCOMPARE(activations, 1);
         instance.reset();
         QVERIFY(!AppKit::reopen());
+        AppKit::finishLaunching();
+        QVERIFY(!AppKit::reopen());
     }
 
     void aSecondProcessOpensTheBundleOfTheFirst()
@@ -288,6 +308,16 @@ private Q_SLOTS:
         QCOMPARE(AppKit::requests(), QStringList{u"open file:///Applications/Vantelo.app"_s});
         first.reset();
         QVERIFY(SingleInstance::claim());
+    }
+
+    void aFirstProcessOfNoBundleIsLeftAlone()
+    {
+        const QTemporaryDir home;
+        qputenv("XDG_DATA_HOME", QFile::encodeName(home.path()));
+        AppKit::setRunning(::getpid(), {});
+        const auto first = SingleInstance::claim();
+        QVERIFY(!SingleInstance::claim());
+        QCOMPARE(AppKit::requests(), QStringList());
     }
 
     void aWindowComesToTheFrontWithItsProgram()
@@ -306,18 +336,76 @@ private Q_SLOTS:
         QCOMPARE(AppKit::requests(), QStringList());
     }
 
+    void wakingIsHeardWhileSomebodyListens()
+    {
+        int times = 0;
+        auto listening = onWaking([&] { ++times; });
+        AppKit::wake();
+        AppKit::wake();
+        QCOMPARE(times, 2);
+        listening.reset();
+        AppKit::wake();
+        QCOMPARE(times, 2);
+    }
+
+    void theMachineIsOnlineOnceTheSystemSaysSo()
+    {
+        auto watch = OnlineWatch::create();
+        const QSignalSpy online(watch.get(), &OnlineWatch::online);
+        AppKit::tellPath(false);
+        AppKit::serveMainQueue();
+        QCOMPARE(online.count(), 0);
+        AppKit::tellPath(true);
+        QCOMPARE(online.count(), 0);
+        AppKit::serveMainQueue();
+        QCOMPARE(online.count(), 1);
+        watch.reset();
+        QCOMPARE(AppKit::pathMonitors(), 0);
+    }
+
+    void theSystemMayTellOfTheNetworkWhenNobodyWaitsForItAnyMore()
+    {
+        auto watch = OnlineWatch::create();
+        AppKit::tellPath(true);
+        watch.reset();
+        AppKit::serveMainQueue();
+    }
+
     void aSymbolIsDrawnInItsTintAndNothingElse()
     {
         QImage image(40, 40, QImage::Format_RGB32);
         image.fill(Qt::white);
         QPainter painter(&image);
+        const auto hints = painter.renderHints();
         SystemSymbol::paint(painter, u"checkmark.circle.fill"_s, QRectF(4, 4, 32, 32), Qt::red);
+        QCOMPARE(painter.renderHints(), hints);
         painter.end();
         // The stand-in's symbol fills its own 20 to 16.
         QCOMPARE(AppKit::symbolPlace(), QRectF(0, 3.2, 32, 25.6));
         QCOMPARE(image.pixelColor(20, 20), QColor(Qt::red));
         QCOMPARE(image.pixelColor(20, 5), QColor(Qt::white));
         QCOMPARE(image.pixelColor(20, 34), QColor(Qt::white));
+    }
+
+    void aSymbolIsSharpOnAFineScreen()
+    {
+        QImage image(80, 80, QImage::Format_RGB32);
+        image.setDevicePixelRatio(2.0);
+        QPainter painter(&image);
+        SystemSymbol::paint(painter, u"checkmark.circle.fill"_s, QRectF(4, 4, 32, 32), Qt::red);
+        QCOMPARE(AppKit::symbolPlace(), QRectF(0, 6.4, 64, 51.2));
+    }
+
+    void aPictureOutlivesTheBitmapItWasDrawnInto()
+    {
+        QImage image;
+        {
+            const AppKit::Pool pool;
+            image = symbolPicture(u"checkmark.circle.fill"_s, 32);
+        }
+        QCOMPARE(image.pixelColor(16, 16), QColor(Qt::black));
+        QCOMPARE(image.pixelColor(16, 1), QColor(Qt::transparent));
+        QVERIFY(symbolPicture(u"no.such.symbol"_s, 32).isNull());
     }
 
 private:

@@ -24,7 +24,7 @@ set(libcxx -stdlib=libc++)
 if(VANTELO_MACOS_LIBCXX)
     list(APPEND libcxx -nostdinc++ -isystem ${VANTELO_MACOS_LIBCXX}/include/c++/v1)
 endif()
-# Core Foundation, and what GNUstep's headers lack.
+# Next to this file are the C headers of Apple's, and what GNUstep's lack.
 string(JOIN " " CMAKE_CXX_FLAGS_INIT ${libcxx} -Qunused-arguments -isystem ${CMAKE_CURRENT_LIST_DIR})
 # GNUstep declares every method of a delegate as required; Apple made them optional.
 string(JOIN " " CMAKE_OBJCXX_FLAGS_INIT

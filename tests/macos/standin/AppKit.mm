@@ -27,6 +27,7 @@ NSString *const NSDeviceRGBColorSpace = @"NSDeviceRGBColorSpace";
 NSString *const NSEventTrackingRunLoopMode = @"NSEventTrackingRunLoopMode";
 NSString *const NSFontAttributeName = @"NSFont";
 NSString *const NSModalPanelRunLoopMode = @"NSModalPanelRunLoopMode";
+NSString *const NSWorkspaceDidWakeNotification = @"NSWorkspaceDidWakeNotification";
 const CGFloat NSVariableStatusItemLength = -1.0;
 const NSFontWeight NSFontWeightRegular = 0.0;
 
@@ -67,6 +68,10 @@ NSApplication *NSApp = nil;
 
 - (void)setBundle:(const QString &)path
 {
+    [_bundleURL release];
+    _bundleURL = nil;
+    if (path.isEmpty())
+        return;
     _bundleURL = [[NSURL alloc] init];
     _bundleURL->_text = u"file://"_s + path;
 }
@@ -81,8 +86,16 @@ NSApplication *NSApp = nil;
     return workspace;
 }
 
+- (instancetype)init
+{
+    _notificationCenter = [[NSNotificationCenter alloc] init];
+    return self;
+}
+
 - (BOOL)openURL:(NSURL *)url
 {
+    if (!url)
+        qFatal("nothing to open");
     asked << u"open "_s + url->_text;
     return YES;
 }
@@ -295,9 +308,15 @@ QString nameOf(NSFont *font) { return font ? font->_name : QString(); }
                             bitsPerPixel:(NSInteger)bitsPerPixel
 {
     _size = QSize(static_cast<int>(width), static_cast<int>(height));
-    _bytesPerRow = (width * samplesPerPixel * bitsPerSample / 8 + 63) / 64 * 64; // as wide as it likes
-    _pixels = QByteArray(_bytesPerRow * height, '\x5A');                         // and full of what was there before
+    _bytesPerRow = width * samplesPerPixel * bitsPerSample / 8 + 64; // as wide as it likes
+    _pixels = QByteArray(_bytesPerRow * height, '\x5A');             // and full of what was there before
     return self;
+}
+
+- (void)dealloc
+{
+    _pixels.fill('\x5A'); // whoever looks at it from now on sees it
+    [super dealloc];
 }
 
 - (unsigned char *)bitmapData
@@ -313,7 +332,7 @@ QString nameOf(NSFont *font) { return font ? font->_name : QString(); }
 }
 
 static NSGraphicsContext *current = nil;
-static NSGraphicsContext *saved = nil;
+static QList<NSGraphicsContext *> saved;
 
 + (NSGraphicsContext *)graphicsContextWithBitmapImageRep:(NSBitmapImageRep *)bitmap
 {
@@ -336,13 +355,15 @@ static NSGraphicsContext *saved = nil;
 
 + (void)saveGraphicsState
 {
-    saved = [current retain];
+    saved << [current retain];
 }
 
 + (void)restoreGraphicsState
 {
+    if (saved.isEmpty())
+        qFatal("nothing was saved");
     [current release];
-    current = std::exchange(saved, nil);
+    current = saved.takeLast();
 }
 
 - (void)dealloc
@@ -381,6 +402,13 @@ namespace {
 
 NSMenu *theMenu() { return inTheBar.isEmpty() ? nil : inTheBar.first().menu; }
 
+bool isAwake(NSMenuItem *item)
+{
+    const bool enabled =
+        theMenu().autoenablesItems ? [item.target respondsToSelector:item.action] != NO : item.isEnabled != NO;
+    return enabled && !item->_separator;
+}
+
 } // namespace
 
 QList<AppKit::StatusItem> AppKit::statusItems()
@@ -399,7 +427,7 @@ QList<AppKit::Item> AppKit::menu()
         NSAttributedString *const styled = item.attributedTitle;
         // Of an item that has both titles the styled one is shown.
         rows << Item{styled ? styled->_text : plain(item.title), styled ? nameOf(styled->_font) : QString(),
-            item->_separator, item.isEnabled && !item->_separator, item};
+            item->_separator, isAwake(item), item};
     }
     return rows;
 }
@@ -428,8 +456,7 @@ void AppKit::sendAction(qsizetype index)
 {
     NSMenu *const menu = theMenu();
     NSMenuItem *const item = menu->_items.at(index);
-    const bool sleeping = menu.autoenablesItems ? ![item.target respondsToSelector:item.action] : !item.isEnabled;
-    if (item->_separator || sleeping || !item.action || !item.target)
+    if (!isAwake(item) || !item.action || !item.target)
         return;
     [item retain];
     call(item.target, item.action, item);
@@ -459,9 +486,14 @@ quintptr AppKit::view()
     return reinterpret_cast<quintptr>(view);
 }
 
-void AppKit::finishLaunching() { post(NSApplicationWillFinishLaunchingNotification); }
+void AppKit::finishLaunching()
+{
+    post(NSApplicationWillFinishLaunchingNotification, NSNotificationCenter.defaultCenter);
+}
 
-void AppKit::finishHiding() { post(NSApplicationDidHideNotification); }
+void AppKit::finishHiding() { post(NSApplicationDidHideNotification, NSNotificationCenter.defaultCenter); }
+
+void AppKit::wake() { post(NSWorkspaceDidWakeNotification, NSWorkspace.sharedWorkspace.notificationCenter); }
 
 void AppKit::setRunning(qint64 process, const QString &bundle)
 {

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
+#include "Blocks.h"
 #include "StandIn.h"
 #import "StandInParts.h"
 
@@ -28,6 +29,7 @@ struct Observer {
     id object;
     SEL selector;
     QString name;
+    id center;
 };
 QList<Observer> observers;
 
@@ -51,6 +53,13 @@ Object *shared(Class type)
 }
 
 } // namespace
+
+/// Stands for a block among the observers.
+@interface BlockObserver : NSObject {
+@public
+    void *_block;
+}
+@end
 
 /// A text that is not in the source.
 @interface MadeString : NSString {
@@ -283,6 +292,24 @@ NSString *native(const QString &text)
 @implementation NSNotification
 @end
 
+@implementation NSOperationQueue
+@end
+
+@implementation BlockObserver
+
+- (void)hear:(NSNotification *)notification
+{
+    reinterpret_cast<void (^)(NSNotification *)>(_block)(notification);
+}
+
+- (void)dealloc
+{
+    _Block_release(_block);
+    [super dealloc];
+}
+
+@end
+
 @implementation NSNotificationCenter
 
 + (NSNotificationCenter *)defaultCenter
@@ -292,21 +319,35 @@ NSString *native(const QString &text)
 
 - (void)addObserver:(id)observer selector:(SEL)selector name:(NSString *)name object:(id)object
 {
-    observers << Observer{observer, selector, plain(name)};
+    observers << Observer{observer, selector, plain(name), self};
+}
+
+- (id)addObserverForName:(NSString *)name
+                  object:(id)object
+                   queue:(NSOperationQueue *)queue
+              usingBlock:(void (^)(NSNotification *))block
+{
+    BlockObserver *const observer = [[BlockObserver alloc] init]; // the centre's, until it is removed
+    observer->_block = _Block_copy(reinterpret_cast<const void *>(block));
+    [self addObserver:observer selector:@selector(hear:) name:name object:object];
+    return observer;
 }
 
 - (void)removeObserver:(id)observer
 {
-    observers.removeIf([&](const Observer &known) { return known.object == observer; });
+    const auto removed =
+        observers.removeIf([&](const Observer &known) { return known.object == observer && known.center == self; });
+    if (removed > 0 && object_getClass(observer) == [BlockObserver class])
+        [observer release];
 }
 
 @end
 
-void post(NSString *notification)
+void post(NSString *notification, NSNotificationCenter *center)
 {
     const QList<Observer> told = observers; // they may go meanwhile
     for (const Observer &observer : told) {
-        if (observer.name == plain(notification))
+        if (observer.center == center && observer.name == plain(notification))
             call(observer.object, observer.selector);
     }
 }

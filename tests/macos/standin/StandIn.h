@@ -8,8 +8,8 @@
 #include <QString>
 #include <QStringList>
 
-/// Plays the part of AppKit and Foundation that the program's Objective-C++ speaks to, and lets a test play the user
-/// and the system.
+/// Plays the part of AppKit, Foundation and Network that the program speaks to, and lets a test play the user and the
+/// system.
 ///
 /// It knows AppKit only as its author has read of it. What it cannot know: how anything looks; whether AppKit's own
 /// headers agree; in which order the real one closes a menu and sends the action (so the tests try both); what it does
@@ -72,6 +72,12 @@ void finishHiding();
 bool reopen();
 void setRunning(qint64 process, const QString &bundle);
 QStringList activities(); ///< reasons for which the system must not put the program to rest
+
+// The machine.
+void wake();
+void tellPath(bool online); ///< to each monitor that runs; it is told when the main queue is served
+void serveMainQueue();
+qsizetype pathMonitors();
 
 /// Where the last symbol was drawn, in pixels of its bitmap.
 QRectF symbolPlace();

@@ -48,7 +48,8 @@ NSString *native(const QString &text);
 
 /// Calls a method that takes two objects, or fewer.
 void call(id target, SEL selector, id first = nil, id second = nil);
-void post(NSString *notification);
+/// Each centre has posts of its own.
+void post(NSString *notification, NSNotificationCenter *center);
 
 /// Makes the calls that are due in a mode; how many these were.
 namespace RunLoop {

@@ -14,6 +14,7 @@ extern NSString *const NSDeviceRGBColorSpace;
 extern NSString *const NSEventTrackingRunLoopMode;
 extern NSString *const NSFontAttributeName;
 extern NSString *const NSModalPanelRunLoopMode;
+extern NSString *const NSWorkspaceDidWakeNotification;
 
 @interface NSApplication : NSObject
 - (void)activateIgnoringOtherApps:(BOOL)flag;
@@ -30,6 +31,7 @@ extern NSApplication *NSApp;
 @interface NSWorkspace : NSObject
 + (NSWorkspace *)sharedWorkspace;
 - (BOOL)openURL:(NSURL *)url;
+@property(nonatomic, readonly) NSNotificationCenter *notificationCenter;
 @end
 
 @interface NSView : NSObject

@@ -70,9 +70,16 @@ __attribute__((objc_root_class))
 @interface NSNotification : NSObject
 @end
 
+@interface NSOperationQueue : NSObject
+@end
+
 @interface NSNotificationCenter : NSObject
 + (NSNotificationCenter *)defaultCenter;
 - (void)addObserver:(id)observer selector:(SEL)selector name:(NSString *)name object:(id)object;
+- (id)addObserverForName:(NSString *)name
+                  object:(id)object
+                   queue:(NSOperationQueue *)queue
+              usingBlock:(void (^)(NSNotification *))block;
 - (void)removeObserver:(id)observer;
 @end
 

@@ -5,7 +5,7 @@
 
 #include <QPointer>
 
-#import <Network/Network.h>
+#include <Network/Network.h>
 
 namespace {
 
@@ -23,7 +23,12 @@ public:
         nw_path_monitor_start(m_monitor);
     }
 
-    ~PathWatch() override { nw_path_monitor_cancel(m_monitor); }
+    ~PathWatch() override
+    {
+        nw_path_monitor_cancel(m_monitor);
+        nw_release(m_monitor);
+    }
+
     Q_DISABLE_COPY_MOVE(PathWatch)
 
 private:

@@ -1,22 +1,19 @@
 // SPDX-FileCopyrightText: 2026 The Vantelo authors
 // SPDX-License-Identifier: MIT
 
-#include "Look/SystemSymbol.h"
+#include "Look/macOS/SymbolPicture.h"
 
 #include "Look/macOS/NativeText.h"
-
-#include <QImage>
-#include <QPainter>
 
 #include <cstring>
 
 #import <AppKit/AppKit.h>
 
-namespace {
-
-/// The symbol in black, as large as fits into the middle of a square of so many pixels.
-QImage picture(NSImage *symbol, int side)
+QImage symbolPicture(const QString &name, int side)
 {
+    NSImage *const symbol = [NSImage imageWithSystemSymbolName:nativeText(name) accessibilityDescription:nil];
+    if (!symbol)
+        return {};
     NSBitmapImageRep *const bitmap = [[NSBitmapImageRep alloc] initWithBitmapDataPlanes:nullptr
                                                                              pixelsWide:side
                                                                              pixelsHigh:side
@@ -35,23 +32,4 @@ QImage picture(NSImage *symbol, int side)
     [symbol drawInRect:place];
     [NSGraphicsContext restoreGraphicsState];
     return QImage(bitmap.bitmapData, side, side, bitmap.bytesPerRow, QImage::Format_RGBA8888_Premultiplied).copy();
-}
-
-} // namespace
-
-void SystemSymbol::paint(QPainter &painter, const QString &name, const QRectF &square, const QColor &tint)
-{
-    NSImage *const symbol = [NSImage imageWithSystemSymbolName:nativeText(name) accessibilityDescription:nil];
-    if (!symbol)
-        qFatal("no system symbol of this name");
-    QImage image = picture(symbol, (square.size() * painter.device()->devicePixelRatioF()).toSize().width());
-    QPainter tinting(&image);
-    tinting.setCompositionMode(QPainter::CompositionMode_SourceIn);
-    tinting.fillRect(image.rect(), tint);
-    tinting.end();
-
-    painter.save();
-    painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawImage(square, image);
-    painter.restore();
 }

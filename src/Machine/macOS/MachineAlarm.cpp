@@ -4,12 +4,11 @@
 #include "Machine/MachineAlarm.h"
 
 #include "Machine/MachineTime.h"
+#include "Machine/macOS/Waking.h"
 
 #include <QTimer>
 
 #include <algorithm>
-
-#import <AppKit/AppKit.h>
 
 namespace {
 
@@ -21,17 +20,7 @@ public:
         m_timer.setSingleShot(true);
         m_timer.setTimerType(Qt::PreciseTimer);
         QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] { goOffOrWait(); });
-        m_waking = [NSWorkspace.sharedWorkspace.notificationCenter addObserverForName:NSWorkspaceDidWakeNotification
-                                                                               object:nil
-                                                                                queue:nil
-                                                                           usingBlock:^(NSNotification *) {
-                                                                             if (m_timer.isActive())
-                                                                                 goOffOrWait();
-                                                                           }];
     }
-
-    ~CorrectedTimer() override { [NSWorkspace.sharedWorkspace.notificationCenter removeObserver:m_waking]; }
-    Q_DISABLE_COPY_MOVE(CorrectedTimer)
 
     void setFor(std::chrono::nanoseconds elapsed) override
     {
@@ -58,7 +47,10 @@ private:
     const std::function<void()> m_goOff;
     QTimer m_timer;
     std::chrono::nanoseconds m_due{};
-    id<NSObject> m_waking = nil;
+    const std::shared_ptr<void> m_waking = onWaking([this] {
+        if (m_timer.isActive())
+            goOffOrWait();
+    });
 };
 
 } // namespace
