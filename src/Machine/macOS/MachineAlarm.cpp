@@ -17,7 +17,6 @@ class CorrectedTimer : public MachineAlarm {
 public:
     explicit CorrectedTimer(std::function<void()> goOff) : m_goOff(std::move(goOff))
     {
-        m_timer.setSingleShot(true);
         m_timer.setTimerType(Qt::PreciseTimer);
         QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] { goOffOrWait(); });
     }

@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 QStringList asked;
-QHash<qint64, NSRunningApplication *> programs;
+QHash<qint64, NSRunningApplication *> &programs = *new QHash<qint64, NSRunningApplication *>; // to the very end
 QList<NSStatusItem *> inTheBar;
 bool tracking = false;
 QRectF drawnPlace;
@@ -497,7 +497,8 @@ void AppKit::wake() { post(NSWorkspaceDidWakeNotification, NSWorkspace.sharedWor
 
 void AppKit::setRunning(qint64 process, const QString &bundle)
 {
-    programs.insert(process, [[NSRunningApplication alloc] init]);
+    if (!programs.contains(process))
+        programs.insert(process, [[NSRunningApplication alloc] init]);
     [programs.value(process) setBundle:bundle];
 }
 
