@@ -29,6 +29,6 @@ string(JOIN " " CMAKE_CXX_FLAGS_INIT ${libcxx} -Qunused-arguments -isystem ${CMA
 # GNUstep declares every method of a delegate as required; Apple made them optional.
 string(JOIN " " CMAKE_OBJCXX_FLAGS_INIT
     ${CMAKE_CXX_FLAGS_INIT} -fobjc-runtime=gnustep-2.0 -fblocks -Wno-protocol -isystem /usr/include/GNUstep
-    -include NewerAppKit.h)
+    -isystem /usr/include/${CMAKE_LIBRARY_ARCHITECTURE}/GNUstep -include NewerAppKit.h)
 
 set(CMAKE_PROJECT_INCLUDE ${CMAKE_CURRENT_LIST_DIR}/after_project.cmake)
