@@ -353,7 +353,7 @@ private Q_SLOTS:
         auto watch = OnlineWatch::create();
         const QSignalSpy online(watch.get(), &OnlineWatch::online);
         AppKit::tellPath(false);
-        AppKit::serveMainQueue();
+        QCOMPARE(AppKit::serveMainQueue(), 1);
         QCOMPARE(online.count(), 0);
         AppKit::tellPath(true);
         QCOMPARE(online.count(), 0);
@@ -368,7 +368,7 @@ private Q_SLOTS:
         auto watch = OnlineWatch::create();
         AppKit::tellPath(true);
         watch.reset();
-        AppKit::serveMainQueue();
+        QCOMPARE(AppKit::serveMainQueue(), 0);
     }
 
     void aSymbolIsDrawnInItsTintAndNothingElse()

@@ -13,6 +13,7 @@
 
 struct nw_path {
     bool online;
+    bool lookedAt = false;
 };
 
 struct nw_path_monitor {
@@ -42,6 +43,7 @@ dispatch_queue_t dispatch_get_main_queue(void)
 
 nw_path_status_t nw_path_get_status(nw_path_t path)
 {
+    path->lookedAt = true;
     return path->online ? nw_path_status_satisfied : nw_path_status_unsatisfied;
 }
 
@@ -76,13 +78,16 @@ void AppKit::tellPath(bool online)
     }
 }
 
-void AppKit::serveMainQueue()
+int AppKit::serveMainQueue()
 {
+    int lookedAt = 0;
     for (Update &update : std::exchange(updates, {})) {
         const auto handler =
             reinterpret_cast<nw_path_monitor_update_handler_t>(const_cast<void *>(update.handler.get()));
         handler(&update.path);
+        lookedAt += update.path.lookedAt ? 1 : 0;
     }
+    return lookedAt;
 }
 
 qsizetype AppKit::pathMonitors() { return monitors.size(); }

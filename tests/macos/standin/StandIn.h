@@ -76,7 +76,7 @@ QStringList activities(); ///< reasons for which the system must not put the pro
 // The machine.
 void wake();
 void tellPath(bool online); ///< to each monitor that runs; it is told when the main queue is served
-void serveMainQueue();
+int serveMainQueue();       ///< how many of these words somebody has looked at
 qsizetype pathMonitors();
 
 /// Where the last symbol was drawn, in pixels of its bitmap.
