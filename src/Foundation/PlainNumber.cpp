@@ -22,11 +22,15 @@ locale_t cLocale()
     return locale;
 }
 
+/// A byte for each character, with "?" for those that stand in no number. In UTF-8 a text may lose half a surrogate
+/// pair.
+QByteArray plainBytes(const QString &text) { return text.toLatin1(); }
+
 } // namespace
 
 std::optional<std::int64_t> PlainNumber::whole(const QString &text)
 {
-    const QByteArray bytes = text.toUtf8();
+    const QByteArray bytes = plainBytes(text);
     // from_chars knows "-" alone as a sign; behind a "+" it must not find another one.
     const bool plus = bytes.startsWith('+');
     if (plus && bytes.startsWith("+-"))
@@ -41,7 +45,7 @@ std::optional<std::int64_t> PlainNumber::whole(const QString &text)
 
 std::optional<double> PlainNumber::real(const QString &text)
 {
-    const QByteArray bytes = text.toUtf8();
+    const QByteArray bytes = plainBytes(text);
     constexpr QByteArrayView whiteSpace = " \t\n\v\f\r";
     if (bytes.isEmpty() || whiteSpace.contains(bytes.front()))
         return {};
