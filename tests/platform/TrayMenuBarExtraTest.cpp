@@ -10,6 +10,7 @@
 #include <QApplication>
 #include <QMenu>
 #include <QScreen>
+#include <QStandardPaths>
 #include <QTest>
 
 #include <algorithm>
@@ -67,6 +68,14 @@ void setWorkArea(const QRect &area)
     QTRY_COMPARE(QGuiApplication::primaryScreen()->availableGeometry(), area);
 }
 
+/// One in the top left corner; not every system has the same.
+std::pair<QString, QStringList> tray()
+{
+    if (!QStandardPaths::findExecutable(u"trayer"_s).isEmpty())
+        return {u"trayer"_s, {u"--edge"_s, u"top"_s, u"--align"_s, u"left"_s, u"--tint"_s, u"0"_s}};
+    return {u"stalonetray"_s, {u"--geometry"_s, u"4x1+0+0"_s, u"--grow-gravity"_s, u"W"_s}};
+}
+
 QMenu *openMenu() { return qobject_cast<QMenu *>(QApplication::activePopupWidget()); }
 
 } // namespace
@@ -78,7 +87,8 @@ class TrayMenuBarExtraTest : public QObject {
 private Q_SLOTS:
     void init()
     {
-        m_tray.start(u"trayer"_s, {u"--edge"_s, u"top"_s, u"--align"_s, u"left"_s, u"--tint"_s, u"0"_s});
+        const auto [program, arguments] = tray();
+        m_tray.start(program, arguments);
         QVERIFY(m_tray.waitForStarted());
         m_extra = MenuBarExtra::create();
         m_extra->setLabel({.dot = StatusDot::Green, .text = u"12,345"_s, .accessibleDescription = {}});
@@ -221,7 +231,7 @@ private:
 
 int main(int argc, char **argv)
 {
-    requirePrograms({u"Xvfb"_s, u"trayer"_s, u"xdotool"_s, u"xprop"_s});
+    requirePrograms({u"Xvfb"_s, tray().first, u"xdotool"_s, u"xprop"_s});
     requireStatusHost();
     const TestSessionBus bus;
     const TestDisplay display;
