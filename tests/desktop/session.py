@@ -81,10 +81,10 @@ class Session:
         return visits.read_text().splitlines() if visits.exists() else []
 
     def write_settings(self, text):
-        """GSettings as a key file."""
+        """GSettings as a key file. The accessibility bus keeps there that it is switched on."""
         folder = self.home / ".config" / "glib-2.0" / "settings"
         folder.mkdir(parents=True, exist_ok=True)
-        (folder / "keyfile").write_text(text)
+        (folder / "keyfile").write_text("[org/gnome/desktop/interface]\ntoolkit-accessibility=true\n\n" + text)
 
     def _start_bus(self, services):
         address = self.home / "runtime" / "bus"
