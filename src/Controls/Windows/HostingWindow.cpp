@@ -15,7 +15,6 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QShortcut>
-#include <QStyle>
 #include <QVBoxLayout>
 #include <QWindow>
 
@@ -109,7 +108,7 @@ HostingWindow::HostingWindow(QWidget *view, const QString &title, QSize contentS
 void HostingWindow::centre()
 {
     layout()->activate(); // the size is known only now
-    move(QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, size(), screen()->availableGeometry()).topLeft());
+    move(ScreenRoom::centre(size(), screen()));
 }
 
 void HostingWindow::bringToFront()

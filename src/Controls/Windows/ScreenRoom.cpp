@@ -7,6 +7,9 @@
 #include <QGuiApplication>
 #include <QMargins>
 #include <QScreen>
+#include <QStyle>
+
+#include <algorithm>
 
 namespace {
 
@@ -29,4 +32,12 @@ QRect ScreenRoom::forContent(const QScreen *screen)
     if (room == screen->geometry())
         room.adjust(0, untoldPanel, 0, 0);
     return room.marginsRemoved(frame);
+}
+
+QPoint ScreenRoom::centre(const QSize &content, const QScreen *screen)
+{
+    const QRect area = screen->availableGeometry();
+    const QPoint place = QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, content, area).topLeft();
+    const int lowest = area.bottom() + 1 - frame.bottom() - content.height() - frame.top();
+    return {place.x(), std::min(place.y(), lowest)};
 }

@@ -16,4 +16,7 @@ QScreen *pointed();
 /// The part of the screen that the content of a window may take: what panels leave free, less its frame.
 QRect forContent(const QScreen *screen);
 
+/// Where a window with this content goes to stand in the middle, or so much above it that its whole frame is in sight.
+QPoint centre(const QSize &content, const QScreen *screen);
+
 } // namespace ScreenRoom
