@@ -7,6 +7,7 @@
 #include "MenuBar/MenuBarExtra.h"
 
 #include <QDBusConnection>
+#include <QDBusContext>
 #include <QObject>
 #include <QPoint>
 #include <QTimer>
@@ -14,7 +15,7 @@
 class StatusNotifierItemAdaptor;
 
 /// The item as status-area hosts see it on the bus. Announces a change when, and only when, there is one.
-class StatusNotifierItem : public QObject {
+class StatusNotifierItem : public QObject, public QDBusContext {
     Q_OBJECT
 
 public:

@@ -6,7 +6,22 @@
 #include "MenuBar/Linux/StatusItem/InstalledIcon.h"
 #include "Process/Linux/ActivationToken.h"
 
+#include <QDBusError>
+#include <QGuiApplication>
+
 using namespace Qt::StringLiterals;
+
+namespace {
+
+/// On Wayland no program can place a menu beside a panel: it becomes a window with a title bar, in the middle of the
+/// screen. Plasma 5 opens the item's menu itself where Activate is refused; other hosts would open none.
+bool hostDrawsRefusedMenu()
+{
+    return QGuiApplication::platformName().startsWith("wayland"_L1) &&
+           qgetenv("XDG_CURRENT_DESKTOP").split(':').contains("KDE");
+}
+
+} // namespace
 
 StatusNotifierItemAdaptor::StatusNotifierItemAdaptor(StatusNotifierItem &item)
     : QDBusAbstractAdaptor(&item), m_item(item)
@@ -40,7 +55,13 @@ QString StatusNotifierItemAdaptor::label() const { return m_item.label().text; }
 // Keeps the room of a busy account's day, so that the neighbours do not move with every digit.
 QString StatusNotifierItemAdaptor::labelGuide() const { return u"88,888,888"_s; }
 
-void StatusNotifierItemAdaptor::Activate(int x, int y) { Q_EMIT m_item.menuRequested({x, y}); }
+void StatusNotifierItemAdaptor::Activate(int x, int y)
+{
+    if (hostDrawsRefusedMenu())
+        m_item.sendErrorReply(QDBusError::NotSupported, u"No menu can be placed here."_s);
+    else
+        Q_EMIT m_item.menuRequested({x, y});
+}
 
 void StatusNotifierItemAdaptor::SecondaryActivate(int, int) {}
 
