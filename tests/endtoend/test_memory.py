@@ -6,6 +6,7 @@
     test_memory.py path/to/vantelo
 """
 
+import subprocess
 import sys
 from pathlib import Path
 
@@ -22,6 +23,8 @@ from scenario import ACCOUNT, TOKEN, run
 VALGRIND = ["valgrind", "--quiet", "--error-exitcode=99", "--leak-check=full", "--show-leak-kinds=definite",
             "--errors-for-leak-kinds=definite", "--num-callers=30", "--gen-suppressions=all",
             f"--suppressions={Path(__file__).with_name('valgrind.supp')}"]
+if "--show-realloc-size-zero" in subprocess.run(["valgrind", "--help"], capture_output=True, text=True, check=True).stdout:
+    VALGRIND.append(f"--suppressions={Path(__file__).with_name('valgrind-3.21.supp')}")
 
 events.PATIENCE = 100.0  # seconds; everything takes its time here
 
