@@ -81,9 +81,11 @@ def _of_names(code):
 
 
 def _of_constants(code):
-    for match in re.finditer(r"(?<![\w.'])\d[\d']*(\.\d+)?(?![\w.'])", code):
+    for match in re.finditer(r"(?<![\w.'])\d[\d']*(\.\d+)?(ms|s|min|h)?(?![\w.'])", code):
         for change in ("+ 1", "- 1"):
-            yield Mutant(*match.span(), f"({match[0]} {change})")
+            yield Mutant(*match.span(), f"({match[0]} {change}{match[2] or ''})")
+    for match in re.finditer(r"\b0x[0-9a-fA-F]+\b", code):  # a colour, mostly
+        yield Mutant(*match.span(), f"({match[0]} ^ 0x80)")
 
 
 def _of_texts(source, code):

@@ -16,7 +16,8 @@ function(precompile target)
 endfunction()
 
 function(precompile_all)
-    foreach(target IN ITEMS foundation http preferences look process menubar controls api update state views)
+    foreach(target IN ITEMS foundation product machine this_machine http preferences look process
+            menubar controls api update state views app)
         precompile(${target})
     endforeach()
 endfunction()

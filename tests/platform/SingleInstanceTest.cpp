@@ -17,6 +17,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+QString probe() { return QCoreApplication::applicationDirPath() + u"/instance_probe"_s; }
+
 /// Another process that claims the place.
 class Probe {
 public:
@@ -24,7 +26,7 @@ public:
     {
         m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
         m_process.setProcessEnvironment(environment);
-        m_process.start(QStringLiteral(VANTELO_INSTANCE_PROBE), QStringList());
+        m_process.start(probe(), QStringList());
     }
 
     /// What it says next; this process goes on meanwhile.
@@ -122,7 +124,7 @@ private Q_SLOTS:
         const auto first = SingleInstance::claim();
         QVERIFY(first);
         QProcess second;
-        second.start(QStringLiteral(VANTELO_INSTANCE_PROBE), QStringList());
+        second.start(probe(), QStringList());
         QVERIFY(second.waitForFinished(10'000)); // blocks this process, the first, meanwhile
         QCOMPARE(second.readAll(), QByteArray("taken\n"));
     }
