@@ -5,7 +5,10 @@
 #include "LoopbackService.h"
 #include "TestDeployment.h"
 
+#include <QAbstractEventDispatcher>
 #include <QCoroTask>
+#include <QRegularExpression>
+#include <QSignalSpy>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -35,7 +38,11 @@ class HttpSessionTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { m_service = std::make_unique<LoopbackService>(); }
+    void init()
+    {
+        QTest::failOnWarning(QRegularExpression(u".*"_s)); // they would stand in the program's output
+        m_service = std::make_unique<LoopbackService>();
+    }
     void cleanup()
     {
         m_service.reset();
@@ -140,6 +147,20 @@ private Q_SLOTS:
         QCOMPARE(fetch(address()), u"failed: The request timed out."_s);
     }
 
+    /// A socket that can be written to, which is most of the time, wakes nobody who has nothing to write.
+    void waitingForAnAnswerWakesNothing()
+    {
+        m_service->answerAll(Reply::silence());
+        auto task = HttpSession::shared().data(QUrl(address()));
+        QTRY_COMPARE(m_service->requests().size(), 1);
+        QTest::qWait(50); // what the sending has left to do
+        QSignalSpy wakeUps(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::awake);
+        QTest::qWait(200);
+        QVERIFY2(wakeUps.size() < 100, qPrintable(QString::number(wakeUps.size())));
+        HttpSession::shared().cancelAll();
+        QVERIFY(!QCoro::waitFor(task));
+    }
+
     /// Early hints and the like come before the answer, and several of them.
     void whatComesBeforeTheAnswerIsPassedOver_data()
     {
@@ -235,6 +256,7 @@ private Q_SLOTS:
     {
         m_service->answerAll(Reply::whole("", 302, "Location: /again\r\n"));
         QCOMPARE(fetch(address()), u"failed: The server redirected the request in a way that cannot be followed."_s);
+        QCOMPARE(m_service->requests().size(), 1 + 50);
     }
 
     void aBodyAtTheBoundIsRead()

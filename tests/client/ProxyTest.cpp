@@ -100,14 +100,22 @@ private Q_SLOTS:
         QCOMPARE(m_service->requests().value(0).target, "http://service.invalid/"_ba);
     }
 
+    void aProxyThatIsGoneIsTold_data()
+    {
+        QTest::addColumn<QString>("scheme");
+        QTest::newRow("http") << u"http"_s;
+        QTest::newRow("https") << u"https"_s;
+    }
+
     void aProxyThatIsGoneIsTold()
     {
+        QFETCH(const QString, scheme);
         m_service.reset();
-        QCOMPARE(fetch(u"https"_s), unreached);
+        QCOMPARE(fetch(scheme), unreached);
         useProxy("http://nowhere.invalid:3128");
-        QCOMPARE(fetch(u"https"_s), unreached);
+        QCOMPARE(fetch(scheme), unreached);
         useProxy("socks5h://127.0.0.1:9");
-        QCOMPARE(fetch(u"https"_s), unreached);
+        QCOMPARE(fetch(scheme), unreached);
     }
 
     void aProxyThatRefusesIsTold_data()
@@ -130,6 +138,12 @@ private Q_SLOTS:
     {
         m_service->answerAll(Reply::whole("", 407, "Proxy-Authenticate: Basic realm=\"x\"\r\n"));
         QCOMPARE(fetch(u"https"_s), u"failed: The proxy server asks for a password."_s);
+    }
+
+    void aServerWithoutASecureConnectionIsNotBlamedOnTheProxy()
+    {
+        m_service->answerAll(Reply::raw("HTTP/1.1 200 Connection established\r\n\r\ngarbage\r\n"));
+        QCOMPARE(fetch(u"https"_s), u"failed: A secure connection to the server could not be made."_s);
     }
 
     void aTransferThatBreaksOffIsNotBlamedOnTheProxy()
@@ -173,23 +187,24 @@ private Q_SLOTS:
     void aQuestionThatStaysUnansweredIsAskedAgainEverMoreSeldom()
     {
         theSystem().answers = false;
-        ProxyDirectory directory(20ms);
+        ProxyDirectory directory(100ms);
         const QUrl url(u"http://service.invalid/"_s);
         const auto first = directory.proxyFor(url);
         directory.forgetAnswers();
         const auto same = directory.proxyFor(url);
         QTRY_COMPARE(questions().size(), 1);
-        QTest::qWait(25); // what passes is what is tried
+        QTest::qWait(110); // what passes is what is tried
         const auto second = directory.proxyFor(url);
         QTRY_COMPARE(questions().size(), 2);
-        QTest::qWait(25);
+        QTest::qWait(110);
         const auto stillSecond = directory.proxyFor(url);
-        QTest::qWait(25);
+        QTest::qWait(110);
         const auto third = directory.proxyFor(url);
         QTRY_COMPARE(questions().size(), 3);
         theSystem().answers = true;
         theSystem().held.release(3);
         QTRY_VERIFY(first.isFinished() && second.isFinished() && third.isFinished());
+        QCOMPARE(questions().size(), 3);
     }
 
 private:

@@ -86,7 +86,7 @@ GUARDS = {
     "Preferences/Linux/PreferenceFile.cpp": _FILE,
     "Preferences/Linux/PreferenceFormat.cpp": "PreferenceFormatTest PreferencesTest",
     "Preferences/Linux/PreferenceStorage.cpp": "PreferencesTest StoredValuesTest",
-    "Preferences/Linux/PreferenceWatch.cpp": "StoredValuesTest endtoend/preferences",
+    "Preferences/Linux/PreferenceWatch.cpp": "PreferencesTest StoredValuesTest endtoend/preferences",
     "Preferences/Linux/PrivateFile.cpp": "PreferencesTest PreferenceLockTest endtoend/preferences",
 
     "Look/TextStyle.cpp": "AppearanceTest FixedFontTest LooksTest SetupGuideViewTest SettingsViewTest",

@@ -121,6 +121,9 @@ DECLARATION = re.compile(r"(?:const|constexpr|static|auto|using|class|struct|enu
                          r"explicit|Q_\w+)\b|(?!return|co_return|co_await|else|delete|throw)[\w:<>,]+[\s*&]+\w+\s*[=;({]")
 
 
+EMPTY = ("", "{}", "0", "false", "nullptr", "std::nullopt", "QString()", "QByteArray()", "QVariant()")
+
+
 def _of_statements(code):
     """Each statement left out, and each returned value replaced by an empty one."""
     for start, end, last in _statements(code):
@@ -128,7 +131,7 @@ def _of_statements(code):
         if DECLARATION.match(statement):
             continue
         returns = re.match(r"(return|co_return)\b(.*);$", statement, re.DOTALL)
-        if returns and returns[2].strip() not in ("", "{}"):
+        if returns and returns[2].strip() not in EMPTY:
             yield Mutant(start, end, f"{returns[1]} {{}};")
         if not (returns and last):  # a function that reaches its end without a value is no program
             yield Mutant(start, end, ";")

@@ -167,6 +167,24 @@ private Q_SLOTS:
         QCOMPARE(namesBeside(), QStringList());
     }
 
+    void nothingStaysOpen()
+    {
+        m_preferences->writeFile("[General]\ntext=old\n");
+        const auto openFiles = [] { return QDir(u"/proc/self/fd"_s).entryList(QDir::Files | QDir::System).size(); };
+        const auto before = openFiles();
+        text().set(u"new"_s);
+        leaveLock("4194305\nvantelo\n"_ba + hostName() + '\n', 0);
+        text().set(u"newer"_s);
+        QCOMPARE(text().get(), u"newer"_s);
+        QCOMPARE(openFiles(), before);
+        QLockFile theirs(lockName());
+        QVERIFY(theirs.lock());
+        integer().set(20);
+        theirs.unlock();
+        QTRY_VERIFY(content().contains("integer=20"));
+        QCOMPARE(openFiles(), before);
+    }
+
     void aPipeInPlaceOfTheFileIsNotWaitedFor()
     {
         QDir().mkpath(QFileInfo(m_preferences->fileName()).path());

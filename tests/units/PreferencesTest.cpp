@@ -5,6 +5,8 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QTemporaryDir>
+#include <QTimer>
 
 #include <csignal>
 #include <sys/resource.h>
@@ -346,6 +348,51 @@ private Q_SLOTS:
         QCOMPARE(modeOf(target), 0600);
     }
 
+    void aLinkToAFileThatIsYetToBeMadeIsFollowed()
+    {
+        const QTemporaryDir elsewhere;
+        const QString target = elsewhere.filePath(u"target.conf"_s);
+        QDir().mkpath(QFileInfo(m_preferences->fileName()).path());
+        QVERIFY(QFile::link(target, m_preferences->fileName()));
+        text().set(u"new"_s);
+        QCOMPARE(QFileInfo(m_preferences->fileName()).symLinkTarget(), target);
+        QVERIFY(content().contains("text=new"));
+    }
+
+    void aLinkThatLeadsInCirclesIsToldAndLeftAlone()
+    {
+        QDir().mkpath(QFileInfo(m_preferences->fileName()).path());
+        QVERIFY(QFile::link(m_preferences->fileName(), m_preferences->fileName()));
+        OutputCapture output;
+        text().set(u"kept"_s);
+        QCOMPARE(text().get(), u"kept"_s);
+        QVERIFY(QFileInfo(m_preferences->fileName()).isSymLink());
+        QCOMPARE(output.diagnostics(),
+            "Vantelo: The preferences cannot be saved; changes last until the program ends.\n"_ba);
+    }
+
+    void aChangeIsToldOnce()
+    {
+        text().set(u"old"_s);
+        int told = 0;
+        const auto watch = m_store->watch([&] { ++told; });
+        m_preferences->writeFile("[General]\ntext=new\n");
+        QTRY_COMPARE(told, 1);
+        QTest::qWait(250);
+        QCOMPARE(told, 1);
+    }
+
+    void aFileThatIsChangedAllTheTimeIsToldMeanwhile()
+    {
+        text().set(u"old"_s);
+        int told = 0;
+        const auto watch = m_store->watch([&] { ++told; });
+        QTimer writes;
+        writes.callOnTimeout([this] { m_preferences->writeFile("[General]\ntext=new\n"); });
+        writes.start(10);
+        QTRY_VERIFY_WITH_TIMEOUT(told > 0, 2000);
+    }
+
     void aFullDiskIsToldAndLosesNothing_data()
     {
         QTest::addColumn<QByteArray>("content");
@@ -366,6 +413,8 @@ private Q_SLOTS:
             QCOMPARE(text().get(), longText);
         }
         QCOMPARE(this->content(), content);
+        const QFileInfo file(m_preferences->fileName());
+        QCOMPARE(QDir(file.path()).entryList(QDir::Files), QStringList{file.fileName()});
         QVERIFY(output.diagnostics().endsWith(
             "Vantelo: The preferences cannot be saved; changes last until the program ends.\n"));
     }

@@ -5,6 +5,8 @@
 
 #include <QTest>
 
+#include <limits>
+
 using namespace Qt::StringLiterals;
 
 /// Stores with types of their own give each preference as what was written, small whole numbers as small ones.
@@ -16,6 +18,15 @@ private Q_SLOTS:
     {
         QCOMPARE(preferenceAs<std::int64_t>(QVariant(15)), 15);
         QCOMPARE(preferenceAs<std::int64_t>(QVariant(qlonglong{1} << 40)), std::int64_t{1} << 40);
+    }
+
+    void aWholeNumberIsReadFromARealOneThatIsWhole()
+    {
+        QCOMPARE(preferenceAs<std::int64_t>(QVariant(15.0)), 15);
+        QCOMPARE(preferenceAs<std::int64_t>(QVariant(1e15)), 1'000'000'000'000'000);
+        QCOMPARE(preferenceAs<std::int64_t>(QVariant(-0x1p63)), std::numeric_limits<std::int64_t>::min());
+        for (const double other : {15.5, -0.5, 0x1p63, -0x1p64, 1e300, qInf(), qQNaN()})
+            QVERIFY2(!preferenceAs<std::int64_t>(QVariant(other)), qPrintable(QString::number(other)));
     }
 
     void aRealNumberIsReadFromEitherKindOfNumber()
