@@ -35,7 +35,7 @@ GUARDS = {
     "Update/UpdateManager.cpp": "VersionComparisonTest UpdateManagerTest",
 
     "Controls/AccessibleRole.cpp": "ResultRowTest SetupGuideViewTest views/ScreenReaderTest",
-    "Controls/Boxes/Divider.cpp": _GUIDE,
+    "Controls/Boxes/Divider.cpp": f"{_GUIDE} views/ScreenReaderTest",
     "Controls/Boxes/RoundedBox.cpp": _GUIDE,
     "Controls/Boxes/TitledBox.cpp": f"LooksTest {_FORM} views/ScreenReaderTest",
     "Controls/Fields/ProgressButton.cpp": "ConnectionResultTest SettingsViewTest LooksTest",

@@ -45,6 +45,25 @@ class LastWindowTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    /// By it desktops find the icon of our windows, and the name to give to whoever asks who we are.
+    void theDesktopKnowsItByItsEntry()
+    {
+        const TestPreferences preferences;
+        QString entry;
+        QString version;
+        const auto look = [&] {
+            entry = QGuiApplication::desktopFileName();
+            version = QCoreApplication::applicationVersion();
+            QCoreApplication::exit(ourEnd);
+        };
+        QMetaObject::invokeMethod(this, look, Qt::QueuedConnection);
+        char name[] = "vantelo";
+        char *arguments[] = {name, nullptr};
+        QCOMPARE(VanteloApp::main(1, arguments), ourEnd);
+        QCOMPARE(entry, u"app.vantelo.Vantelo"_s);
+        QVERIFY(!version.isEmpty());
+    }
+
     void closingItEndsNothing()
     {
         const TestPreferences preferences;

@@ -159,6 +159,16 @@ class ScreenReaderTest(unittest.TestCase):
         command = text_of(find(self.guide, Atspi.Role.TEXT, "Command"))
         self.assertEqual(len(command.split("\n")), 5)
 
+    def test_the_parts_of_the_guide_are_apart(self):
+        separators = [node for node in nodes(self.guide) if node.get_role() == Atspi.Role.SEPARATOR]
+        self.assertEqual(len(separators), 4)
+
+    def test_a_heading_is_read_once(self):
+        headings = [n for window in (self.settings, self.guide) for n in nodes(window)
+                    if n.get_role() == Atspi.Role.HEADING]
+        self.assertGreater(len(headings), 6)
+        self.assertEqual({node.get_description() for node in headings}, {""})
+
     def test_nothing_in_the_tree_tells_the_token(self):
         for node in nodes(self.settings):
             self.assertNotIn("EAtest", node.get_name() + node.get_description() + text_of(node))
