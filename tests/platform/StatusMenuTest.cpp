@@ -153,6 +153,8 @@ private Q_SLOTS:
         const QList<int> ofSetUp = idsOf(setUp());
         for (const int id : ofSetUp)
             QVERIFY(!ofFigures.contains(id));
+        const QList<int> one = idsOf({MenuRow::button(u"x"_s, {})});
+        QVERIFY(idsOf({MenuRow::button(u"y"_s, {})}) != one); // a click on its way is not for another command
     }
 
     void anIdNeverChangesItsType()

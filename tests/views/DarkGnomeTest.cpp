@@ -7,6 +7,10 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 using namespace Qt::StringLiterals;
 
 /// The windows on a GNOME without a portal. One test after the other, as in one session.
@@ -43,6 +47,23 @@ private Q_SLOTS:
         choose("prefer-dark");
         announce(u"/org/gnome/desktop/interface/"_s, {u"gtk-theme"_s, u"color-scheme"_s});
         QTRY_VERIFY(DarkPreference::isDark(m_guide));
+    }
+
+    /// Also over an answer of GNOME's that is still to come.
+    void aPortalThatComesLaterHasTheLastWord()
+    {
+        const QByteArray choice = QFile::encodeName(m_bin.filePath(u"choice"_s));
+        QVERIFY(::unlink(choice.constData()) == 0 && ::mkfifo(choice.constData(), 0600) == 0);
+        announce(u"/org/gnome/desktop/interface/color-scheme"_s, {QString(u""_s)});
+        int answer = -1;
+        QTRY_VERIFY((answer = ::open(choice.constData(), O_WRONLY | O_NONBLOCK)) >= 0); // somebody reads
+        FakePortal portal(2);
+        portal.change(2); // light
+        QTRY_VERIFY(!DarkPreference::isDark(m_guide));
+        QCOMPARE(::write(answer, "'prefer-dark'\n", 14), 14);
+        ::close(answer);
+        QTest::qWait(200); // for nothing to come
+        QVERIFY(!DarkPreference::isDark(m_guide));
         WindowManager::shared().closeAll();
     }
 
