@@ -98,7 +98,7 @@ GUARDS = {
     "Look/Linux/TextScale.cpp": "AppearanceTest LooksTest SetupGuideViewTest SettingsViewTest",
 
     "Process/TerminationSignals.cpp": "TerminationSignalsTest endtoend/quit endtoend/secrets",
-    "Process/Linux/Activation.cpp": "WindowManagerTest SingleInstanceTest endtoend/program endtoend/quit",
+    "Process/Linux/Activation.cpp": "WindowManagerTest WorkspaceTest endtoend/program endtoend/quit",
     "Process/Linux/ActivationToken.cpp": "SingleInstanceTest StatusItemTest endtoend/program",
     "Process/Linux/ApplicationService.cpp": "SingleInstanceTest",
     "Process/Linux/PrivateBus.cpp": "SingleInstanceTest StatusItemTest endtoend/program",

@@ -158,6 +158,21 @@ private Q_SLOTS:
         QCOMPARE(qEnvironmentVariable("XDG_ACTIVATION_TOKEN"), u"t"_s);
     }
 
+    /// No program could be started with it in the environment, not even the browser.
+    void aTokenOfAnyLengthActivatesButIsNotKept()
+    {
+        const auto first = SingleInstance::claim();
+        QVERIFY(first);
+        int activations = 0;
+        first->onActivation([&] { ++activations; });
+        QDBusMessage call = QDBusMessage::createMethodCall(u"app.vantelo.Vantelo.Test"_s,
+            u"/app/vantelo/Vantelo/Test"_s, u"org.freedesktop.Application"_s, u"Activate"_s);
+        call << QVariantMap{{u"activation-token"_s, QString(200'000, u't')}};
+        QCOMPARE(QDBusConnection::sessionBus().call(call, QDBus::BlockWithGui).type(), QDBusMessage::ReplyMessage);
+        QTRY_COMPARE(activations, 1);
+        QCOMPARE(qEnvironmentVariable("XDG_ACTIVATION_TOKEN"), QString());
+    }
+
     void nonsenseActivatesNothing()
     {
         const auto first = SingleInstance::claim();
