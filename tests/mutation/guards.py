@@ -10,7 +10,7 @@ _CLIENT = "HttpSessionTest HttpSessionLifetimeTest ProxyTest Http2Test TransferL
 _FILE = "PreferencesTest PreferenceLockTest StoredValuesTest"
 _BUS_MENU = "StatusMenuTest HostileCallsTest"
 _ITEM = "StatusItemTest StatusHostTest InstalledIconTest"
-_GUIDE = "SetupGuideViewTest LooksTest SmallScreenTest"
+_GUIDE = "SetupGuideViewTest GuideLooksTest SmallScreenTest"
 _FORM = "SettingsViewTest CredentialFieldsTest ConnectionResultTest"
 
 GUARDS = {
@@ -18,7 +18,7 @@ GUARDS = {
     "App/main.cpp": "endtoend/program",
 
     "Views/MenuBarView.cpp": "MenuBarViewTest MenuCommandsTest",
-    "Views/SettingsView.cpp": f"{_FORM} StoredValuesTest LooksTest SmallScreenTest WindowManagerTest views/ScreenReaderTest",
+    "Views/SettingsView.cpp": f"{_FORM} StoredValuesTest SettingsLooksTest SmallScreenTest WindowManagerTest views/ScreenReaderTest",
     "Views/SetupGuideText.cpp": "SetupGuideViewTest",
     "Views/SetupGuideView.cpp": f"{_GUIDE} WindowManagerTest views/ScreenReaderTest",
     "Views/WindowManager.cpp": "WindowManagerTest WorkspaceTest LastWindowTest",
@@ -36,20 +36,20 @@ GUARDS = {
 
     "Controls/AccessibleRole.cpp": "ResultRowTest SetupGuideViewTest views/ScreenReaderTest",
     "Controls/Boxes/Divider.cpp": f"{_GUIDE} views/ScreenReaderTest",
-    "Controls/Boxes/RoundedBox.cpp": _GUIDE,
-    "Controls/Boxes/TitledBox.cpp": f"LooksTest {_FORM} views/ScreenReaderTest",
-    "Controls/Fields/ProgressButton.cpp": "ConnectionResultTest SettingsViewTest LooksTest",
+    "Controls/Boxes/RoundedBox.cpp": f"{_GUIDE} SettingsLooksTest",
+    "Controls/Boxes/TitledBox.cpp": f"SettingsLooksTest {_FORM} views/ScreenReaderTest",
+    "Controls/Fields/ProgressButton.cpp": "ConnectionResultTest SettingsViewTest SettingsLooksTest",
     "Controls/Fields/Stepper.cpp": "StepperTest SettingsViewTest views/ScreenReaderTest",
     "Controls/Fields/StoredText.cpp": "StoredValuesTest CredentialFieldsTest",
     "Controls/Fields/TokenField.cpp": "CredentialFieldsTest SettingsViewTest views/ScreenReaderTest",
-    "Controls/Labels/CodeBlock.cpp": "CopiedCommandTest FixedFontTest SetupGuideViewTest LooksTest views/ScreenReaderTest",
+    "Controls/Labels/CodeBlock.cpp": "CopiedCommandTest FixedFontTest SetupGuideViewTest GuideLooksTest views/ScreenReaderTest",
     "Controls/Labels/EmojiLabel.cpp": f"{_GUIDE} views/ScreenReaderTest",
     "Controls/Labels/LinkLabel.cpp": f"{_GUIDE} AppearanceTest WindowManagerTest views/ScreenReaderTest",
     "Controls/Labels/MarkedLabel.cpp": f"{_GUIDE} views/ScreenReaderTest",
-    "Controls/Labels/ResultRow.cpp": "ResultRowTest ConnectionResultTest LooksTest views/ScreenReaderTest",
-    "Controls/Labels/TextLabel.cpp": f"AppearanceTest {_GUIDE} SettingsViewTest FixedFontTest",
+    "Controls/Labels/ResultRow.cpp": "ResultRowTest ConnectionResultTest SettingsLooksTest views/ScreenReaderTest",
+    "Controls/Labels/TextLabel.cpp": f"AppearanceTest {_GUIDE} SettingsViewTest SettingsLooksTest FixedFontTest",
     "Controls/Windows/Alert.cpp": "AlertTest UpdateManagerTest",
-    "Controls/Windows/AlertBox.cpp": "AlertTest UpdateManagerTest LooksTest",
+    "Controls/Windows/AlertBox.cpp": "AlertTest UpdateManagerTest",
     "Controls/Windows/HostingWindow.cpp": "WindowManagerTest SmallScreenTest SettingsViewTest SetupGuideViewTest WorkspaceTest "
                                           "LastWindowTest",
     "Controls/Windows/ScreenRoom.cpp": "SmallScreenTest AlertTest WorkspaceTest",
@@ -89,13 +89,13 @@ GUARDS = {
     "Preferences/Linux/PreferenceWatch.cpp": "PreferencesTest StoredValuesTest endtoend/preferences",
     "Preferences/Linux/PrivateFile.cpp": "PreferencesTest PreferenceLockTest endtoend/preferences",
 
-    "Look/TextStyle.cpp": "AppearanceTest FixedFontTest LooksTest SetupGuideViewTest SettingsViewTest",
-    "Look/Theme.cpp": "AppearanceTest ResultRowTest LooksTest SetupGuideViewTest",
+    "Look/TextStyle.cpp": "AppearanceTest FixedFontTest GuideLooksTest SettingsLooksTest",
+    "Look/Theme.cpp": "AppearanceTest ResultRowTest GuideLooksTest SettingsLooksTest",
     "Look/Linux/ColourPreference.cpp": "DarkPortalTest DarkGnomeTest",
     "Look/Linux/DarkPalette.cpp": "DarkPortalTest DarkGnomeTest AppearanceTest",
     "Look/Linux/DesktopColours.cpp": "DarkPortalTest DarkGnomeTest",
-    "Look/Linux/SystemSymbol.cpp": "AppearanceTest ResultRowTest LooksTest SetupGuideViewTest",
-    "Look/Linux/TextScale.cpp": "AppearanceTest LooksTest SetupGuideViewTest SettingsViewTest",
+    "Look/Linux/SystemSymbol.cpp": "AppearanceTest ResultRowTest GuideLooksTest SettingsLooksTest",
+    "Look/Linux/TextScale.cpp": "AppearanceTest GuideLooksTest SettingsLooksTest",
 
     "Process/TerminationSignals.cpp": "TerminationSignalsTest endtoend/quit endtoend/secrets",
     "Process/Linux/Activation.cpp": "WindowManagerTest WorkspaceTest endtoend/program endtoend/quit",

@@ -12,6 +12,7 @@
 #include <QScreen>
 #include <QStandardPaths>
 #include <QTest>
+#include <QToolTip>
 
 #include <algorithm>
 #include <optional>
@@ -100,6 +101,16 @@ private Q_SLOTS:
         m_extra.reset();
         m_tray.terminate();
         QVERIFY(m_tray.waitForFinished());
+    }
+
+    void restingOnItTellsTheFigure()
+    {
+        QTRY_VERIFY_WITH_TIMEOUT(onScreen(green), 20'000);
+        const QPoint place = *onScreen(green);
+        QProcess::execute(u"xdotool"_s, {u"mousemove"_s, QString::number(place.x()), QString::number(place.y())});
+        QTRY_COMPARE(QToolTip::text(), u"🟢 12,345"_s);
+        QProcess::execute(u"xdotool"_s, {u"mousemove"_s, u"300"_s, u"300"_s});
+        QTRY_COMPARE(QToolTip::text(), QString());
     }
 
     void theDotStandsInTheTray()

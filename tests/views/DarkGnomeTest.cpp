@@ -57,7 +57,11 @@ private Q_SLOTS:
         QVERIFY(::unlink(choice.constData()) == 0 && ::mkfifo(choice.constData(), 0600) == 0);
         announce(u"/org/gnome/desktop/interface/color-scheme"_s, {QString(u""_s)});
         int answer = -1;
-        QTRY_VERIFY((answer = ::open(choice.constData(), O_WRONLY | O_NONBLOCK)) >= 0); // somebody reads
+        const auto isBeingRead = [&] {
+            answer = ::open(choice.constData(), O_WRONLY | O_NONBLOCK);
+            return answer >= 0;
+        };
+        QVERIFY(QTest::qWaitFor(isBeingRead));
         FakePortal portal(2);
         portal.change(2); // light
         QTRY_VERIFY(!DarkPreference::isDark(m_guide));
