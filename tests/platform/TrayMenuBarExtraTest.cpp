@@ -249,6 +249,7 @@ int main(int argc, char **argv)
     // On Plasma Qt lets menus cover panels.
     qputenv("XDG_CURRENT_DESKTOP", "KDE");
     qputenv("KDE_SESSION_VERSION", "5");
+    QGuiApplication::setDesktopSettingsAware(false); // Plasma's plug-in, where it is installed, knows no legacy tray
     const QApplication application(argc, argv);
     TrayMenuBarExtraTest test;
     return QTest::qExec(&test, argc, argv);
