@@ -13,6 +13,8 @@ TestDisplay::TestDisplay()
         qFatal("Xvfb does not start");
     qputenv("DISPLAY", ':' + m_server.readLine().trimmed());
     qputenv("QT_QPA_PLATFORM", "xcb");
+    if (!qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS")) // or the bus's library starts one for this display
+        qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/dev/null");
 }
 
 TestDisplay::~TestDisplay()
