@@ -46,7 +46,7 @@ GUARDS = {
     "Controls/Labels/EmojiLabel.cpp": f"{_GUIDE} views/ScreenReaderTest",
     "Controls/Labels/LinkLabel.cpp": f"{_GUIDE} AppearanceTest WindowManagerTest views/ScreenReaderTest",
     "Controls/Labels/MarkedLabel.cpp": f"{_GUIDE} views/ScreenReaderTest",
-    "Controls/Labels/ResultRow.cpp": "ResultRowTest ConnectionResultTest SettingsLooksTest views/ScreenReaderTest",
+    "Controls/Labels/ResultRow.cpp": "ResultRowTest ConnectionResultTest SettingsViewTest SettingsLooksTest views/ScreenReaderTest",
     "Controls/Labels/TextLabel.cpp": f"AppearanceTest {_GUIDE} SettingsViewTest SettingsLooksTest FixedFontTest",
     "Controls/Windows/Alert.cpp": "AlertTest UpdateManagerTest",
     "Controls/Windows/AlertBox.cpp": "AlertTest UpdateManagerTest",
@@ -109,7 +109,7 @@ GUARDS = {
     "Machine/PollTimer.cpp": "SleepTest",
     "Machine/Linux/LocalNetwork.cpp": "endtoend/sleep",
     "Machine/Linux/MachineAlarm.cpp": "endtoend/sleep endtoend/interval endtoend/quiet",
-    "Machine/Linux/MachineTime.cpp": "endtoend/sleep endtoend/interval",
+    "Machine/Linux/MachineTime.cpp": "endtoend/sleep endtoend/program endtoend/interval",
     "Machine/Linux/NetworkManagerWatch.cpp": "endtoend/sleep",
 
     "Foundation/Deployment.cpp": "ProductTest SetupGuideViewTest",

@@ -40,7 +40,16 @@ void ResultRowTest::init()
     m_row->resize(400, 40);
 }
 
-void ResultRowTest::nothingShowsBeforeAnAnnouncement() { QVERIFY(!m_row->isVisible()); }
+void ResultRowTest::nothingShowsBeforeAnAnnouncement()
+{
+    QWidget window;
+    m_row->setParent(&window);
+    window.show();
+    QVERIFY(!m_row->isVisible());
+    m_row->announce(u"Invalid API URL"_s);
+    QVERIFY(m_row->isVisible());
+    m_row->setParent(nullptr);
+}
 
 void ResultRowTest::aShortMessageTakesOneLineAndNoToolTip()
 {
