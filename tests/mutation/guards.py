@@ -50,9 +50,9 @@ GUARDS = {
     "Controls/Labels/TextLabel.cpp": f"AppearanceTest {_GUIDE} SettingsViewTest SettingsLooksTest FixedFontTest",
     "Controls/Windows/Alert.cpp": "AlertTest UpdateManagerTest",
     "Controls/Windows/AlertBox.cpp": "AlertTest UpdateManagerTest",
-    "Controls/Windows/HostingWindow.cpp": "WindowManagerTest SmallScreenTest SettingsViewTest SetupGuideViewTest WorkspaceTest "
-                                          "LastWindowTest",
-    "Controls/Windows/ScreenRoom.cpp": "SmallScreenTest AlertTest WorkspaceTest",
+    "Controls/Windows/HostingWindow.cpp": "WindowManagerTest SmallScreenTest ShrinkingScreenTest SettingsViewTest "
+                                          "SetupGuideViewTest WorkspaceTest LastWindowTest",
+    "Controls/Windows/ScreenRoom.cpp": "SmallScreenTest AlertTest ShrinkingScreenTest WorkspaceTest",
 
     "MenuBar/MenuBarExtra.cpp": f"VanteloAppTest StatusItemTest {_BUS_MENU} RowsMenuTest",
     "MenuBar/ShownRows.cpp": "ShownRowsTest",
