@@ -107,17 +107,24 @@ def without_a_word_on_the_network_the_poll_goes_out_at_once(stage):
 
 
 def another_network_makes_another_connection(stage):
+    for change in (["address", "192.0.2.7/24"], ["route", "198.51.100.0/24"]):
+        make_another_connection(stage, change)
+
+
+def make_another_connection(stage, change):
+    what, place = change
+    stage.graph.answer = delivering(impressions=12345)
     with start_and_settle(stage):
-        connections = stage.connections()
+        connections, asked = stage.connections(), len(stage.journal)
         lose_connections(stage)
-        _ip("address", "add", "192.0.2.7/24", "dev", "lo")
+        _ip(what, "add", place, "dev", "lo")
         try:
             stage.graph.answer = delivering(impressions=12346)
             stage.panel.click("🔄 Refresh")
-            wait_until(lambda: len(stage.journal) >= 5, "the figures", SOON)
+            wait_until(lambda: len(stage.journal) >= asked + 2, f"the figures after another {what}", SOON)
             stage.panel.wait_for_title("🟢 12,346")
         finally:
-            _ip("address", "delete", "192.0.2.7/24", "dev", "lo")
+            _ip(what, "delete", place, "dev", "lo")
     expect(stage.connections(since=connections), {GRAPH: (1, 1)}, "New connections, TLS handshakes")
 
 

@@ -8,6 +8,7 @@
 #include "Pictures.h"
 #include "WindowTree.h"
 
+#include <QDialogButtonBox>
 #include <QElapsedTimer>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -147,6 +148,28 @@ private Q_SLOTS:
         QTest::addColumn<Qt::Key>("key");
         QTest::newRow("Return") << Qt::Key_Return;
         QTest::newRow("Escape") << Qt::Key_Escape;
+    }
+
+    void theButtonsStandInTheDesktopsOrder_data()
+    {
+        QTest::addColumn<int>("layout");
+        QTest::addColumn<bool>("theFirstIsLeft");
+        QTest::newRow("Plasma") << int{QDialogButtonBox::KdeLayout} << true;
+        QTest::newRow("GNOME") << int{QDialogButtonBox::GnomeLayout} << false;
+    }
+
+    void theButtonsStandInTheDesktopsOrder()
+    {
+        QFETCH(const int, layout);
+        QFETCH(const bool, theFirstIsLeft);
+        open(u"Version 2 is now available.\n\n"_s);
+        for (QDialogButtonBox *row : alert()->findChildren<QDialogButtonBox *>())
+            row->setStyleSheet(u"QDialogButtonBox { button-layout: %1 }"_s.arg(layout));
+        QCoreApplication::processEvents();
+        const auto buttons = alert()->findChildren<QPushButton *>();
+        QCOMPARE(buttons.size(), 2);
+        QVERIFY(buttons[0]->isDefault());
+        QCOMPARE(buttons[0]->x() < buttons[1]->x(), theFirstIsLeft);
     }
 
     void theKeysOfTheButtonsWorkFromTheText()
