@@ -53,6 +53,7 @@ def dead_end(address):
     family = socket.AF_INET6 if ":" in address[0] else socket.AF_INET
     with contextlib.ExitStack() as stack:
         server = stack.enter_context(socket.socket(family))
+        server.setsockopt(socket.SOL_SOCKET, socket.SO_REUSEADDR, 1)  # connections of a step before may linger there
         server.bind(address)
         server.listen(0)
         for _ in range(4):  # more than its queue holds
