@@ -187,18 +187,18 @@ private Q_SLOTS:
     void aQuestionThatStaysUnansweredIsAskedAgainEverMoreSeldom()
     {
         theSystem().answers = false;
-        ProxyDirectory directory(100ms);
+        ProxyDirectory directory(200ms);
         const QUrl url(u"http://service.invalid/"_s);
         const auto first = directory.proxyFor(url);
         directory.forgetAnswers();
         const auto same = directory.proxyFor(url);
         QTRY_COMPARE(questions().size(), 1);
-        QTest::qWait(110); // what passes is what is tried
+        QTest::qWait(210); // what passes is what is tried
         const auto second = directory.proxyFor(url);
         QTRY_COMPARE(questions().size(), 2);
-        QTest::qWait(110);
+        QTest::qWait(210);
         const auto stillSecond = directory.proxyFor(url);
-        QTest::qWait(110);
+        QTest::qWait(210);
         const auto third = directory.proxyFor(url);
         QTRY_COMPARE(questions().size(), 3);
         theSystem().answers = true;

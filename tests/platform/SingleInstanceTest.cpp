@@ -19,6 +19,15 @@ namespace {
 
 QString probe() { return QCoreApplication::applicationDirPath() + u"/instance_probe"_s; }
 
+/// Asks for the program as launchers do, and tells what kind of answer comes.
+QDBusMessage::MessageType launch(const QString &method, const QVariantList &arguments)
+{
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        u"app.vantelo.Vantelo.Test"_s, u"/app/vantelo/Vantelo/Test"_s, u"org.freedesktop.Application"_s, method);
+    call.setArguments(arguments);
+    return QDBusConnection::sessionBus().call(call, QDBus::BlockWithGui).type();
+}
+
 /// Another process that claims the place.
 class Probe {
 public:
@@ -149,11 +158,7 @@ private Q_SLOTS:
         QVERIFY(first);
         int activations = 0;
         first->onActivation([&] { ++activations; });
-        QDBusMessage call = QDBusMessage::createMethodCall(
-            u"app.vantelo.Vantelo.Test"_s, u"/app/vantelo/Vantelo/Test"_s, u"org.freedesktop.Application"_s, method);
-        call.setArguments(arguments);
-        const QDBusMessage reply = QDBusConnection::sessionBus().call(call, QDBus::BlockWithGui);
-        QCOMPARE(reply.type(), QDBusMessage::ReplyMessage);
+        QCOMPARE(launch(method, arguments), QDBusMessage::ReplyMessage);
         QTRY_COMPARE(activations, 1);
         QCOMPARE(qEnvironmentVariable("XDG_ACTIVATION_TOKEN"), u"t"_s);
     }
@@ -165,10 +170,8 @@ private Q_SLOTS:
         QVERIFY(first);
         int activations = 0;
         first->onActivation([&] { ++activations; });
-        QDBusMessage call = QDBusMessage::createMethodCall(u"app.vantelo.Vantelo.Test"_s,
-            u"/app/vantelo/Vantelo/Test"_s, u"org.freedesktop.Application"_s, u"Activate"_s);
-        call << QVariantMap{{u"activation-token"_s, QString(200'000, u't')}};
-        QCOMPARE(QDBusConnection::sessionBus().call(call, QDBus::BlockWithGui).type(), QDBusMessage::ReplyMessage);
+        const QVariantMap platformData{{u"activation-token"_s, QString(200'000, u't')}};
+        QCOMPARE(launch(u"Activate"_s, {platformData}), QDBusMessage::ReplyMessage);
         QTRY_COMPARE(activations, 1);
         QCOMPARE(qEnvironmentVariable("XDG_ACTIVATION_TOKEN"), QString());
     }
@@ -179,10 +182,7 @@ private Q_SLOTS:
         QVERIFY(first);
         int activations = 0;
         first->onActivation([&] { ++activations; });
-        QDBusMessage call = QDBusMessage::createMethodCall(u"app.vantelo.Vantelo.Test"_s,
-            u"/app/vantelo/Vantelo/Test"_s, u"org.freedesktop.Application"_s, u"Activate"_s);
-        call << 42;
-        QCOMPARE(QDBusConnection::sessionBus().call(call, QDBus::BlockWithGui).type(), QDBusMessage::ErrorMessage);
+        QCOMPARE(launch(u"Activate"_s, {42}), QDBusMessage::ErrorMessage);
         QCoreApplication::processEvents();
         QCOMPARE(activations, 0);
     }
